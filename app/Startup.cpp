@@ -1,0 +1,68 @@
+// The start-up sequence, run by the creation of the tool panel. Later steps rely
+// on earlier ones, so the order below is the order of the program.
+#include "app/Startup.h"
+
+#include "core/AppState.h"
+#include "core/Boxes.h"
+#include "core/Buffers.h"
+#include "core/CanvasSize.h"
+#include "core/Display.h"
+#include "core/Form1.h"
+#include "core/Form2.h"
+#include "core/Host.h"
+#include "core/MDIForm1.h"
+#include "core/MixTables.h"
+#include "core/Settings.h"
+
+namespace Form2 {
+void Form_Initialize() {
+    // 1. State defaults and the start directory.
+    App.SwapShown = 0;
+    App.PickerDragValue = 255;
+    App.AlphaOff = 255;
+    // 4. Colour picker marks, gradient and fill defaults, warp strength, tab colours.
+    App.PickerRedMark = 255;
+    App.PickerGreenMark = 65280;
+    App.PickerBlueMark = 16711680;
+    App.GradientIndex = 0;
+    App.FillStyle = 0;
+    App.WarpStrength = 1.0;
+    App.TabColors[0] = 0xE0E0E0;
+    App.TabColors[1] = 0x808080;
+    App.TabColors[2] = 0xE0E0E0;
+    App.TabColors[3] = 0xFFFFFF;
+    // 5. Progress over the frame.
+    ShowStatus("Initializing...");
+    Bar(5);
+    // 7. The six mixing tables.
+    App.BrushInterpolate = 1;
+    BuildMixTables([](int percent) { Bar(percent); });
+    // 9. Settings, in the order of the store.
+    ReadStartupSettings();
+    Bar(90);
+    // 10. The last stages of the bar; the window is kept for later work.
+    Bar(100);
+    HideStatus();
+    Status::Frame1.Caption = "Processing...";
+    Status::form.Caption = "Processing...";
+    // 11. The size of the first buffer, before any plane exists.
+    Show(CanvasSize::form, true);
+    // 12. The first document.
+    App.ZoomPercent = 100;
+    App.LastStrokeX = App.LastStrokeY = -1.0f;
+    CreateNewDocument(false);
+    DemensionRefreshBuff();
+    RedisplayWindow();
+    // 14. Panel colours.
+    PrefsCallBack(form);
+}
+}  // namespace Form2
+
+namespace Kelpwick {
+void Main(const std::string& programDir) {
+    App.StartDirectory = programDir;
+    Show(MDIForm1::form);
+    Form2::Form_Initialize();
+    Show(Form2::form, false, &MDIForm1::form);
+}
+}  // namespace Kelpwick

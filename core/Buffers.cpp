@@ -1,0 +1,250 @@
+// Planes, the size state, document creation and the whole-buffer commands.
+#include "core/Buffers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "core/AppState.h"
+#include "core/Boxes.h"
+#include "core/CanvasSize.h"
+#include "core/Display.h"
+#include "core/Form1.h"
+#include "core/Form2.h"
+#include "core/Host.h"
+#include "core/MDIForm1.h"
+#include "core/Undo.h"
+#include "core/vb.h"
+
+Plane BufR, BufG, BufB, BufA;
+Plane SwapR, SwapG, SwapB;
+Plane UndoR, UndoG, UndoB;
+Plane MarqueePlane;
+Plane FadeR, FadeG, FadeB;
+Plane TempPlane;
+
+namespace {
+int SizeFromText(const std::string& s) {
+    double v = vb::RoundEven(vb::Val(s));
+    if (!(v > -2147483648.0 && v < 2147483647.0)) return 0;
+    return static_cast<int>(v);
+}
+
+// The busy pointer around a long loop.
+struct BusyPointer {
+    BusyPointer() { Form1::form.MousePointer = 11; }
+    ~BusyPointer() { Form1::form.MousePointer = 0; }
+};
+}  // namespace
+
+int BufferWidth() { return SizeFromText(CanvasSize::Text1.Text); }
+int BufferHeight() { return SizeFromText(CanvasSize::Text2.Text); }
+
+void SetBufferSize(int w, int h) {
+    CanvasSize::Text1.Text = std::to_string(w);
+    CanvasSize::Text2.Text = std::to_string(h);
+}
+
+bool DocumentExists() { return !BufR.empty(); }
+
+void FillPicture(Plane& p, uint8_t v) {
+    int w = std::min(BufferWidth(), p.ubX()), h = std::min(BufferHeight(), p.ubY());
+    for (int y = 0; y < h; ++y) std::fill_n(p.row(y), static_cast<size_t>(std::max(w, 0)), v);
+}
+
+void TestRam() {}
+
+namespace {
+// Everything a new document allocates, built aside so that a failure keeps the old one.
+struct NewPlanes {
+    UndoRingSet ring;
+    Plane r, g, b, a, ur, ug, ub, sr, sg, sb, marquee;
+};
+
+void RestoreSizeText() {
+    if (DocumentExists()) SetBufferSize(BufR.ubX(), BufR.ubY());
+    else SetBufferSize(320, 240);
+}
+}  // namespace
+
+bool CreateNewDocument(bool ask) {
+    if (ask && Kelpwick_QuestionBox("This will replace the existing buffer.") == 2) return false;
+    int w = BufferWidth(), h = BufferHeight();
+    if (w < 1 || h < 1 || w > MaxBufferSide || h > MaxBufferSide) {
+        Kelpwick_MsgBox("A buffer of " + std::to_string(w) + " by " + std::to_string(h) +
+                        " pixels cannot be made: each side must be between 1 and " +
+                        std::to_string(MaxBufferSide) + " pixels.");
+        RestoreSizeText();
+        if (DocumentExists()) return false;
+        w = BufferWidth();
+        h = BufferHeight();
+    }
+    NewPlanes n;
+    try {
+        n.ring = MakeUndoRing(App.UndoMegs, w, h);
+        for (Plane* p : {&n.r, &n.g, &n.b, &n.a, &n.ur, &n.ug, &n.ub, &n.sr, &n.sg, &n.sb, &n.marquee})
+            p->alloc(w, h);
+    } catch (const std::bad_alloc&) {
+        Kelpwick_MsgBox("Not enough memory for a buffer of " + std::to_string(w) + " by " + std::to_string(h) +
+                        " pixels. The current buffer is kept.");
+        RestoreSizeText();
+        return false;
+    }
+    App.LockCount = 0;
+    if (Form1::form.Loaded) Unload(Form1::form);
+    InstallUndoRing(std::move(n.ring));
+    UndoIndex = 0;
+    BufR.swap(n.r); BufG.swap(n.g); BufB.swap(n.b); BufA.swap(n.a);
+    UndoR.swap(n.ur); UndoG.swap(n.ug); UndoB.swap(n.ub);
+    SwapR.swap(n.sr); SwapG.swap(n.sg); SwapB.swap(n.sb);
+    MarqueePlane.swap(n.marquee);
+    TempPlane.alloc(1, 1);
+
+    uint32_t sec = Form2::SecondaryColour();
+    Form1::form.BackColor = sec;
+    ResizeWindow();
+    for (int y = 0; y < h; ++y) {
+        std::fill_n(BufR.row(y), w, vb::RedOf(sec));
+        std::fill_n(BufG.row(y), w, vb::GreenOf(sec));
+        std::fill_n(BufB.row(y), w, vb::BlueOf(sec));
+        std::fill_n(BufA.row(y), w, uint8_t{255});
+        std::fill_n(SwapR.row(y), w, vb::RedOf(sec));
+        std::fill_n(SwapG.row(y), w, vb::GreenOf(sec));
+        std::fill_n(SwapB.row(y), w, vb::BlueOf(sec));
+    }
+    Show(Form1::form);
+    return true;
+}
+
+void SwapBuffers() {
+    App.SwapShown = App.SwapShown ? 0 : 255;
+    // The arrays themselves change places; no pixel moves.
+    BufR.swap(SwapR);
+    BufG.swap(SwapG);
+    BufB.swap(SwapB);
+    TempPlane.alloc(1, 1);
+}
+
+void swapbuffer_Click() {
+    BusyPointer busy;
+    SaveUndo();
+    SwapBuffers();
+    RedisplayWindow();
+}
+
+void CopyToSwap_Click() {
+    BusyPointer busy;
+    SwapR.copyFrom(BufR);
+    SwapG.copyFrom(BufG);
+    SwapB.copyFrom(BufB);
+}
+
+void ApplyAlphaState(bool on) {
+    MDIForm1::AlphaEnable.Checked = on;
+    App.AlphaOff = on ? 0 : 255;
+    Form1::Timer1.TimerEnabled = on;
+}
+
+void SwapToAlpha_Click() {
+    SaveUndo();
+    int w = BufferWidth(), h = BufferHeight();
+    for (int y = 0; y < h; ++y) {
+        const uint8_t *r = SwapR.row(y), *g = SwapG.row(y), *b = SwapB.row(y);
+        uint8_t* a = BufA.row(y);
+        for (int x = 0; x < w; ++x) {
+            // The sum is exact; halves round to even, as the conversion does.
+            int s = r[x] + g[x] + b[x];
+            int q = s / 3, rem = s % 3;
+            a[x] = static_cast<uint8_t>(rem == 2 ? q + 1 : q);  // thirds never tie
+        }
+    }
+    InitMarquee();
+    ApplyAlphaState(true);
+    RedisplayWindow();
+}
+
+void AlhpaToSwap_Click() {
+    int w = BufferWidth(), h = BufferHeight();
+    for (int y = 0; y < h; ++y) {
+        std::copy_n(BufA.row(y), w, SwapR.row(y));
+        std::copy_n(BufA.row(y), w, SwapG.row(y));
+        std::copy_n(BufA.row(y), w, SwapB.row(y));
+    }
+}
+
+void SelectAll_Click() {
+    App.AlphaOff = 0;
+    FillPicture(BufA, 255);
+    MDIForm1::AlphaEnable.Checked = true;
+    InitMarquee();
+    Form1::Timer1.TimerEnabled = true;
+    RedisplayWindow();
+}
+
+void ClearAlpha_Click() {
+    SaveUndo();
+    Form1::Timer1.TimerEnabled = false;
+    App.AlphaOff = 255;
+    FillPicture(BufA, 255);
+    FillPicture(MarqueePlane, 0);
+    MDIForm1::AlphaEnable.Checked = false;
+    RedisplayWindow();
+}
+
+void InvertAlpha_Click() {
+    SaveUndo();
+    int w = BufferWidth(), h = BufferHeight();
+    for (int y = 0; y < h; ++y) {
+        uint8_t* a = BufA.row(y);
+        for (int x = 0; x < w; ++x) a[x] = static_cast<uint8_t>(255 - a[x]);
+    }
+    InitMarquee();
+    RedisplayWindow();
+}
+
+void AlphaEnable_Click() {
+    ApplyAlphaState(!MDIForm1::AlphaEnable.Checked);
+    RedisplayWindow();
+}
+
+void Clear_Click() { Form2::Command1_Click(); }
+
+void New_Click() {
+    if (Kelpwick_QuestionBox("The current buffer will be lost.  Continue?") != 1) return;
+    Form1::Timer1.TimerEnabled = false;
+    if (Form1::form.Visible) Hide(Form1::form);
+    Show(CanvasSize::form, true);
+    App.ZoomPercent = 100;
+    App.LastStrokeX = App.LastStrokeY = -1.0f;
+    // Cancel restores the old size text, and the buffer is cleared all the same.
+    if (!CreateNewDocument(false) && !Form1::form.Visible) Show(Form1::form);
+    DemensionRefreshBuff();
+    SaveUndo();
+    RedisplayWindow();
+}
+
+void ImageInfo_Click() {
+    int w = BufferWidth(), h = BufferHeight();
+    long long bytes = static_cast<long long>(w) * h * 3;
+    Kelpwick_MsgBox("Buffer width = " + std::to_string(w) + "\nBuffer Height = " + std::to_string(h) + "\n" +
+                    Form1::form.Caption.get() + " memory = " + std::to_string(bytes) + " Bytes");
+}
+
+bool FindSelection(int& left, int& top, int& right, int& bottom) {
+    int w = BufferWidth(), h = BufferHeight();
+    left = w;
+    top = h;
+    right = -1;
+    bottom = -1;
+    for (int y = 0; y < h; ++y) {
+        const uint8_t* a = BufA.row(y);
+        for (int x = 0; x < w; ++x)
+            if (a[x]) {
+                left = std::min(left, x);
+                right = std::max(right, x);
+                top = std::min(top, y);
+                bottom = std::max(bottom, y);
+            }
+    }
+    return right >= 0;
+}

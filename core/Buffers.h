@@ -1,0 +1,52 @@
+// The planes of the document and the size state. The size lives as decimal
+// text in the size dialog's two fields; BufferWidth/BufferHeight read it.
+#pragma once
+
+#include "core/Plane.h"
+
+extern Plane BufR, BufG, BufB, BufA;
+extern Plane SwapR, SwapG, SwapB;
+extern Plane UndoR, UndoG, UndoB;
+extern Plane MarqueePlane;
+extern Plane FadeR, FadeG, FadeB;
+extern Plane TempPlane;
+
+// Val of the text, rounded half to even; a failed parse gives 0.
+int BufferWidth();
+int BufferHeight();
+// Writes the size state (the text comes first, planes follow at CreateNewDocument).
+void SetBufferSize(int w, int h);
+
+constexpr int MaxBufferSide = 32767;  // loops index pixels with 16-bit values
+
+// Allocates every plane for the size state. All or nothing: when the size is
+// unusable or memory runs out, says so, puts the old size text back and keeps
+// the old document. Returns false when nothing changed.
+bool CreateNewDocument(bool ask);
+bool DocumentExists();
+
+void SwapBuffers();
+void FillPicture(Plane& p, uint8_t v);  // the picture area only, not the extra row/column
+void TestRam();
+
+// Whole-buffer commands of the Buffer and Alpha menus.
+void Clear_Click();
+void swapbuffer_Click();
+void CopyToSwap_Click();
+void SwapToAlpha_Click();
+void AlhpaToSwap_Click();
+void SelectAll_Click();
+void ClearAlpha_Click();
+void InvertAlpha_Click();
+void AlphaEnable_Click();
+void New_Click();
+void ImageInfo_Click();
+void BufferCrop_Click();
+void BufferResample_Click();
+
+// Sets the marquee running or stopped with the alpha state; shared by the
+// alpha commands and undo.
+void ApplyAlphaState(bool on);
+
+// Bounds of non-zero alpha, inclusive; false when the alpha plane is empty.
+bool FindSelection(int& left, int& top, int& right, int& bottom);

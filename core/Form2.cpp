@@ -1,0 +1,106 @@
+// The tool panel's colours, sliders, clear button, preview and info box.
+#include "core/Form2.h"
+
+#include <algorithm>
+
+#include "core/AppState.h"
+#include "core/Buffers.h"
+#include "core/Display.h"
+#include "core/Form1.h"
+#include "core/Host.h"
+#include "core/MDIForm1.h"
+#include "core/Undo.h"
+#include "core/vb.h"
+
+namespace Form2 {
+Form form("Form2", "Tools");
+Shape Shape4(form, "Shape4");
+Shape Shape1(form, "Shape1");
+Slider HScroll1(form, "HScroll1", 0, 255, 0, [] { HScroll1_Change(); });
+Slider hscroll2(form, "hscroll2", 0, 255, 0, [] { HScroll1_Change(); });
+Slider hscroll3(form, "hscroll3", 0, 255, 0, [] { HScroll1_Change(); });
+Slider HScroll4(form, "HScroll4", 0, 255, 255);
+Slider slider1(form, "slider1", 0, 100, 2);
+CommandButton Command1(form, "Command1", "Clear", [] { Command1_Click(); });
+PictureBox Picture27(form, "Picture27", 96, 72);
+// Opens the layer mixing menu.
+CommandButton LayerButton(form, "LayerButton", "Layers...", [] { host().PopupMenu(Menus::Layers); });
+Label Info1(form, "Info1");
+
+namespace {
+struct Wiring {
+    Wiring() {
+        Shape4.Caption.setQuietly("Primary");
+        Shape4.FillColor.setQuietly(0x000000);
+        Shape1.Caption.setQuietly("Secondary");
+        Shape1.FillColor.setQuietly(0xFFFFFF);
+        HScroll1.Caption.setQuietly("Red");
+        hscroll2.Caption.setQuietly("Green");
+        hscroll3.Caption.setQuietly("Blue");
+        HScroll4.Caption.setQuietly("Opacity");
+        HScroll4.ToolTipText = "Opacity of brush and fill tools.";
+        slider1.Caption.setQuietly("Step");
+        slider1.ToolTipText = "Step value for brushes in pixels.";
+        Command1.ToolTipText = "Clear the buffer to the secondary colour (K)";
+        Command1.Group = LayerButton.Group = 1;
+        LayerButton.ToolTipText = "Layer mixing of the main and swap buffers";
+        Shape4.Group = Shape1.Group = 2;
+    }
+} wiring;
+}  // namespace
+
+uint32_t PrimaryColour() { return Shape4.FillColor; }
+uint32_t SecondaryColour() { return Shape1.FillColor; }
+
+void HScroll1_Change() { Shape4.FillColor = vb::RGB(HScroll1.Value, hscroll2.Value, hscroll3.Value); }
+
+void Command1_Click() {
+    App.LastLineX = -1;
+    SaveUndo();
+    int w = std::min(BufferWidth(), BufR.ubX()), h = std::min(BufferHeight(), BufR.ubY());
+    uint32_t c = Shape1.FillColor;
+    Form1::form.BackColor = c;
+    for (int y = 0; y < h; ++y) {
+        std::fill_n(BufR.row(y), std::max(w, 0), vb::RedOf(c));
+        std::fill_n(BufG.row(y), std::max(w, 0), vb::GreenOf(c));
+        std::fill_n(BufB.row(y), std::max(w, 0), vb::BlueOf(c));
+    }
+    RedisplayWindow();
+}
+
+void Picture27_Paint() {
+    // A small picture of the whole document, nearest pixel.
+    int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
+    if (BufR.empty() || W <= 0 || H <= 0) return;
+    int pw = Picture27.Width, ph = Picture27.Height;
+    for (int v = 0; v < ph; ++v) {
+        int y = static_cast<int>(static_cast<long long>(v) * H / ph);
+        for (int u = 0; u < pw; ++u) {
+            int x = static_cast<int>(static_cast<long long>(u) * W / pw);
+            Picture27.pixels[static_cast<size_t>(v * pw + u)] = vb::RGB(BufR(x, y), BufG(x, y), BufB(x, y));
+        }
+    }
+    Picture27.Refresh();
+}
+}  // namespace Form2
+
+namespace {
+std::string PaintModeText, FillModeText = "Default", BrushModeText = "Color";
+const char* PaintModeName(int m) {
+    static const char* names[] = {"Default", "Additive", "Subtractative", "Multiply", "Rubthrough", "Panto",
+                                  "Smear", "Pattern", "Offset pattern", "Divide", "Screen", "Around grey"};
+    return m >= 0 && m < 12 ? names[m] : "";
+}
+}  // namespace
+
+void GetCurrentInfo() {
+    PaintModeText = PaintModeName(App.PaintMode);
+    static const char* fills[] = {"Default", "Add", "Subtract", "Multiply", nullptr, "Divide", "Screen", "Rubthrough"};
+    if (App.FillMode < 8 && fills[App.FillMode]) FillModeText = fills[App.FillMode];  // 4 keeps the last text
+}
+
+void PrintUserInfo() {
+    Form2::Info1.Caption = "Paint mode = " + PaintModeText + "\nFill mode = " + FillModeText +
+                           "\nBrush mode = " + BrushModeText + "\nX = " + vb::Str(App.CursorX) +
+                           "\nY = " + vb::Str(App.CursorY);
+}

@@ -1,0 +1,67 @@
+// The one door from the logic to people, windows and the operating system.
+// The shell implements it with Qt; tests install a scripted host that answers
+// modal forms from a queue and fails on an unexpected dialog.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct Form;
+class MenuEntry;
+
+// The visible part of the canvas window: the screen image covers exactly this.
+// Origin is the window pixel (in the zoomed picture) at the image's top left.
+struct CanvasSurface {
+    int Width = 0;       // pixels
+    int Height = 0;      // rows
+    int BitsPixel = 32;  // 16, 24 or 32
+    int OriginX = 0;
+    int OriginY = 0;
+};
+
+struct FileDialogSpec {
+    std::string Title;
+    std::string Filter;  // "Targa (*.tga)|*.tga|All (*.*)|*.*"
+    std::string InitDir;
+    std::string FileName;
+    int FilterIndex = 1;  // 1-based, set by the dialog to the chosen filter
+};
+
+class Host {
+public:
+    virtual ~Host() = default;
+    // Modal shows return when the form hides itself.
+    virtual void ShowForm(Form& f, bool modal, Form* owner) = 0;
+    virtual void HideForm(Form& f) = 0;
+    virtual void UnloadForm(Form& f) = 0;
+    virtual void DoEvents() = 0;
+    virtual void Beep() {}
+
+    // Canvas window: its visible surface, its size as a whole zoomed picture,
+    // and repaints of the screen image (whole, or one rectangle of it).
+    virtual CanvasSurface GetCanvasSurface() = 0;
+    virtual void SetCanvasWindowSize(int width, int height) = 0;
+    virtual void CanvasImageChanged(int left, int top, int right, int bottom) = 0;
+
+    // Common dialogs: empty / nullopt when cancelled.
+    virtual std::optional<std::string> OpenFileDialog(FileDialogSpec& spec) = 0;
+    virtual std::optional<std::string> SaveFileDialog(FileDialogSpec& spec) = 0;
+    virtual std::optional<uint32_t> ChooseColor(uint32_t initial) = 0;
+
+    // A document in the user's viewer (the help page); false when none starts.
+    virtual bool OpenDocument(const std::string& path) = 0;
+    virtual double Clock() = 0;  // seconds since an arbitrary start
+    // Opens a popup menu of the hidden Menus window at the pointer.
+    virtual void PopupMenu(MenuEntry& menu) = 0;
+};
+
+Host& host();
+void SetHost(Host* h);
+
+// Shows a form, loading it first (its Load runs once until unloaded).
+void Show(Form& f, bool modal = false, Form* owner = nullptr);
+void Hide(Form& f);
+void Unload(Form& f);
+

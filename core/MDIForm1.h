@@ -1,0 +1,30 @@
+// The main frame: its menu bar and its own procedures.
+#pragma once
+
+#include "core/controls.h"
+
+namespace MDIForm1 {
+extern Form form;
+extern Prop<uint32_t>& BackColor;
+extern std::string BackBitmap;  // the picture of the frame's background, "" for none
+
+// Menus of the bar and the entries the logic reads (check marks).
+extern MenuEntry File, Edit, Filter, Alpha, Window, Prefs, Help;
+extern MenuEntry AlphaEnable, Window_Info;
+extern MenuEntry rDefault, rBitmap, prefs_Disp_15bit, Refresh_Optimised;
+
+bool MDIForm_QueryUnload();  // true: closing goes ahead
+void Quit_Click();
+void MDIForm_Unload();
+}  // namespace MDIForm1
+
+// The hidden window that owns the popup menus.
+namespace Menus {
+extern Form form;
+extern MenuEntry Layers;
+extern MenuEntry MixSwapNone, Mix_SwapBuffers, MixSwap_Add, MixSwapSub, MixSwapMult, MixSwapDiv,
+    MixSwapScreen, MixaroundGrey;
+}  // namespace Menus
+
+// Every entry of a menu bar or popup, in table order, for the views.
+std::vector<MenuEntry*> MenuRoots(Form& f);

@@ -1,0 +1,65 @@
+// Shared arithmetic of the procedures: rounding, integer division, numeric
+// parsing, the one random generator and packed colours. Written once here so
+// that every folder rounds and wraps the same way.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace vb {
+
+// Float to integer conversions round half to even, as the system does.
+inline double RoundEven(double v) { return std::nearbyint(v); }  // default FE_TONEAREST
+
+// 16-bit conversion; out of range raises as the classic conversion does.
+struct OverflowError : std::runtime_error {
+    OverflowError() : std::runtime_error("Overflow") {}
+};
+inline int16_t CInt(double v) {
+    double r = RoundEven(v);
+    if (!(r >= -32768.0 && r <= 32767.0)) throw OverflowError();
+    return static_cast<int16_t>(r);
+}
+inline int32_t CLng(double v) {
+    double r = RoundEven(v);
+    if (!(r >= -2147483648.0 && r <= 2147483647.0)) throw OverflowError();
+    return static_cast<int32_t>(r);
+}
+// Byte conversion clamps nothing: callers clamp first.
+inline uint8_t CByte(double v) {
+    double r = RoundEven(v);
+    if (!(r >= 0.0 && r <= 255.0)) throw OverflowError();
+    return static_cast<uint8_t>(r);
+}
+inline double Int(double v) { return std::floor(v); }
+inline double Fix(double v) { return std::trunc(v); }
+// The integer division of the formulas truncates toward zero.
+inline int32_t IDiv(int32_t a, int32_t b) { return a / b; }
+
+// A 16-bit field that wraps where the system says it wraps.
+inline int16_t Wrap16(int32_t v) { return static_cast<int16_t>(static_cast<uint16_t>(v)); }
+
+// Leading-number parse: blanks skipped, "12px" is 12, "abc" is 0, "1e3" is 1000.
+double Val(std::string_view s);
+
+// The one uniform generator on [0, 1). Tests seed it for repeatable strokes.
+std::mt19937& RandomEngine();
+double Rnd();
+void Randomize(uint32_t seed);
+
+// Packed colour: red in bits 0..7, green 8..15, blue 16..23.
+constexpr uint32_t RGB(int r, int g, int b) {
+    return static_cast<uint32_t>((r & 255) | ((g & 255) << 8) | ((b & 255) << 16));
+}
+constexpr uint8_t RedOf(uint32_t c) { return static_cast<uint8_t>(c & 255); }
+constexpr uint8_t GreenOf(uint32_t c) { return static_cast<uint8_t>((c & 65280) / 256); }
+constexpr uint8_t BlueOf(uint32_t c) { return static_cast<uint8_t>((c & 16711680) / 65536); }
+
+// Str of a number as the classic runtime writes it: no trailing ".0".
+std::string Str(double v);
+
+}  // namespace vb

@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds Release and starts Kelpwick.
+set -euo pipefail
+cd "$(dirname "$0")"
+scripts/install-deps.sh
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release -DKW_TESTS=OFF -DKW_BENCH=ON >/dev/null
+cmake --build build -j"$(nproc)"
+if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
+  echo "No display found: starting Kelpwick under xvfb-run (a virtual X server)."
+  exec xvfb-run -a -s "-screen 0 1600x1000x24" build/shell/kelpwick "$@"
+fi
+exec build/shell/kelpwick "$@"

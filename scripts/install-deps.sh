@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Installs the Debian packages Kelpwick needs to build, test and run, when missing.
+set -euo pipefail
+PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev libgtest-dev libgmock-dev libbenchmark-dev
+          xvfb xauth x11-utils xdotool imagemagick python3 python3-pil)
+missing=()
+for p in "${PACKAGES[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if ((${#missing[@]})); then
+  echo "Installing: ${missing[*]}"
+  SUDO=""
+  if [ "$(id -u)" -ne 0 ]; then SUDO="sudo"; fi
+  export DEBIAN_FRONTEND=noninteractive
+  $SUDO apt-get update -qq || true
+  $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi

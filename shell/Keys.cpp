@@ -1,0 +1,79 @@
+// Key forwarding to the canvas.
+#include "shell/Keys.h"
+
+#include <QAbstractSpinBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+#include <QWidget>
+
+#include "core/Form1.h"
+#include "core/Guard.h"
+
+int VirtualKeyOf(int k) {
+    switch (k) {
+        case Qt::Key_Left: return 37;
+        case Qt::Key_Up: return 38;
+        case Qt::Key_Right: return 39;
+        case Qt::Key_Down: return 40;
+        case Qt::Key_Shift: return 16;
+        case Qt::Key_Control: return 17;
+        case Qt::Key_Alt: return 18;
+        case Qt::Key_Escape: return 27;
+        case Qt::Key_Space: return 32;
+        case Qt::Key_Return:
+        case Qt::Key_Enter: return 13;
+        case Qt::Key_Backspace: return 8;
+        case Qt::Key_Tab: return 9;
+        case Qt::Key_Delete: return 46;
+        default: break;
+    }
+    if (k >= Qt::Key_F1 && k <= Qt::Key_F24) return 112 + (k - Qt::Key_F1);
+    if ((k >= Qt::Key_A && k <= Qt::Key_Z) || (k >= Qt::Key_0 && k <= Qt::Key_9)) return k;
+    return 0;
+}
+
+int KeyAsciiOf(int k, Qt::KeyboardModifiers mods, const QString& text) {
+    if ((mods & Qt::ControlModifier) && k >= Qt::Key_A && k <= Qt::Key_Z) return k - Qt::Key_A + 1;
+    if (k == Qt::Key_Escape) return 27;
+    if (text.size() == 1 && text[0].unicode() < 128 && text[0].unicode() > 0) return text[0].unicode();
+    return 0;
+}
+
+namespace {
+bool KeepsOwnKeys(QObject* o) {
+    return qobject_cast<QLineEdit*>(o) || qobject_cast<QPlainTextEdit*>(o) || qobject_cast<QTextEdit*>(o) ||
+           qobject_cast<QAbstractSpinBox*>(o);
+}
+int16_t ShiftOf(Qt::KeyboardModifiers m) {
+    return static_cast<int16_t>(((m & Qt::ShiftModifier) ? 1 : 0) | ((m & Qt::ControlModifier) ? 2 : 0) |
+                                ((m & Qt::AltModifier) ? 4 : 0));
+}
+}  // namespace
+
+bool KeyForwarder::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
+    if (!watched->isWidgetType() || KeepsOwnKeys(watched)) return false;
+    auto* w = static_cast<QWidget*>(watched);
+    if (!w->isWindow() && w != w->window()->focusWidget() && w->window()->focusWidget()) {
+        // Only the focus widget's copy of the event is forwarded, once.
+        if (w->window()->focusWidget() != w) return false;
+    }
+    auto* ke = static_cast<QKeyEvent*>(event);
+    if (ke->isAutoRepeat() && event->type() == QEvent::KeyRelease) return true;
+    int16_t code = static_cast<int16_t>(VirtualKeyOf(ke->key()));
+    int16_t shift = ShiftOf(ke->modifiers());
+    if (event->type() == QEvent::KeyPress) {
+        // Return activates a dialog's default button rather than reaching the canvas.
+        if (ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter) return false;
+        Guarded([&] {
+            Form1::Form_KeyDown(code, shift);
+            int16_t ascii = static_cast<int16_t>(KeyAsciiOf(ke->key(), ke->modifiers(), ke->text()));
+            if (ascii) Form1::Form_KeyPress(ascii);
+        });
+    } else {
+        Guarded([&] { Form1::Form_KeyUp(code, shift); });
+    }
+    return true;
+}

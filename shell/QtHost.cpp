@@ -1,0 +1,182 @@
+// The Host of the real program.
+#include "shell/QtHost.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QCursor>
+#include <QDesktopServices>
+#include <QDockWidget>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMdiArea>
+#include <QScrollBar>
+#include <QDir>
+#include <QUrl>
+
+#include "core/Form1.h"
+#include "core/Form2.h"
+#include "core/MDIForm1.h"
+#include "core/controls.h"
+#include "shell/CanvasView.h"
+#include "shell/Convert.h"
+#include "shell/MainWindow.h"
+#include "shell/PanelView.h"
+
+QtHost::QtHost(MainWindow* main) : main_(main) {}
+
+PanelView* QtHost::panelFor(Form& f) {
+    auto& p = panels_[&f];
+    if (!p) {
+        p = new PanelView(f, main_);
+        p->setAttribute(Qt::WA_DeleteOnClose, false);
+    }
+    return p;
+}
+
+void QtHost::ShowForm(Form& f, bool modal, Form*) {
+    if (&f == &MDIForm1::form) {
+        main_->show();
+        return;
+    }
+    if (&f == &Form1::form) {
+        main_->showCanvas();
+        return;
+    }
+    if (&f == &Form2::form) {
+        auto* dock = main_->findChild<QDockWidget*>("Form2Dock");
+        if (!dock) {
+            dock = new QDockWidget(Q(f.Caption), main_);
+            dock->setObjectName("Form2Dock");
+            auto* view = new PanelView(f, dock);
+            view->setWindowFlags(Qt::Widget);
+            dock->setWidget(view);
+            main_->addDockWidget(Qt::LeftDockWidgetArea, dock);
+        }
+        dock->show();
+        return;
+    }
+    PanelView* w = panelFor(f);
+    w->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    w->adjustSize();
+    if (!w->isVisible()) {
+        QRect frame = main_->geometry();
+        w->move(frame.center() - QPoint(w->width() / 2, w->height() / 2));
+    }
+    w->show();
+    w->raise();
+    w->activateWindow();
+    if (modal) {
+        QEventLoop loop;
+        w->modalLoop = &loop;
+        if (f.Visible) loop.exec();
+        w->modalLoop = nullptr;
+    }
+}
+
+void QtHost::HideForm(Form& f) {
+    if (&f == &Form1::form) {
+        main_->hideCanvas();
+        return;
+    }
+    if (&f == &MDIForm1::form) return;
+    auto it = panels_.find(&f);
+    if (it == panels_.end() || !it->second) return;
+    it->second->hide();
+    if (it->second->modalLoop) it->second->modalLoop->quit();
+}
+
+void QtHost::UnloadForm(Form& f) {
+    if (&f == &MDIForm1::form) {
+        QApplication::quit();
+        return;
+    }
+    HideForm(f);
+}
+
+void QtHost::DoEvents() { QApplication::processEvents(QEventLoop::AllEvents, 20); }
+
+void QtHost::Beep() { QApplication::beep(); }
+
+CanvasSurface QtHost::GetCanvasSurface() {
+    CanvasView* c = main_->canvas();
+    CanvasSurface s;
+    s.Width = c->visibleWidth();
+    s.Height = c->visibleHeight();
+    if (!c->isVisible() || s.Width == 0 || s.Height == 0) {
+        // Before the canvas is shown: size the image for the window it will have.
+        QSize area = main_->mdi()->viewport()->size();
+        s.Width = std::min(std::max(area.width(), 640), c->contentWidth());
+        s.Height = std::min(std::max(area.height(), 480), c->contentHeight());
+    }
+    s.BitsPixel = 32;
+    s.OriginX = c->horizontalScrollBar()->value();
+    s.OriginY = c->verticalScrollBar()->value();
+    return s;
+}
+
+void QtHost::SetCanvasWindowSize(int width, int height) { main_->canvas()->setContentSize(width, height); }
+
+void QtHost::CanvasImageChanged(int left, int top, int right, int bottom) {
+    main_->canvas()->viewport()->update(QRect(left, top, right - left, bottom - top));
+    main_->applyFrame();
+}
+
+QString QtFilterOf(const std::string& filter, int index, QString* selected) {
+    QStringList parts = Q(filter).split('|');
+    QStringList out;
+    for (int i = 0; i + 1 < parts.size(); i += 2) {
+        QString desc = parts[i];
+        int paren = desc.indexOf('(');
+        if (paren > 0) desc = desc.left(paren).trimmed();
+        QString pats = parts[i + 1];
+        pats.replace(';', ' ');
+        out << desc + " (" + pats + ")";
+        if (selected && i / 2 + 1 == index) *selected = out.back();
+    }
+    return out.join(";;");
+}
+
+namespace {
+std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogSpec& spec, bool save) {
+    QString selected;
+    QString filters = QtFilterOf(spec.Filter, spec.FilterIndex, &selected);
+    QString start = Q(spec.InitDir);
+    if (!spec.FileName.empty()) start = QFileInfo(QDir(start), Q(spec.FileName)).filePath();
+    QString path = save ? QFileDialog::getSaveFileName(parent, Q(spec.Title), start, filters, &selected)
+                        : QFileDialog::getOpenFileName(parent, Q(spec.Title), start, filters, &selected);
+    if (path.isEmpty()) return std::nullopt;
+    QStringList all = filters.split(";;");
+    spec.FilterIndex = static_cast<int>(all.indexOf(selected)) + 1;
+    spec.FileName = path.toStdString();
+    return path.toStdString();
+}
+}  // namespace
+
+std::optional<std::string> QtHost::OpenFileDialog(FileDialogSpec& spec) { return RunFileDialog(main_, spec, false); }
+std::optional<std::string> QtHost::SaveFileDialog(FileDialogSpec& spec) { return RunFileDialog(main_, spec, true); }
+
+std::optional<uint32_t> QtHost::ChooseColor(uint32_t initial) {
+    QColor c = QColorDialog::getColor(QColorOf(initial), main_);
+    if (!c.isValid()) return std::nullopt;
+    return BgrOf(c);
+}
+
+bool QtHost::OpenDocument(const std::string& path) {
+    if (!QFileInfo::exists(Q(path))) return false;
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(Q(path)));
+}
+
+double QtHost::Clock() {
+    static QElapsedTimer t;
+    if (!t.isValid()) t.start();
+    return static_cast<double>(t.nsecsElapsed()) / 1e9;
+}
+
+void QtHost::PopupMenu(MenuEntry& menu) {
+    QMenu m(main_);
+    MainWindow::FillMenu(&m, menu);
+    m.exec(QCursor::pos());
+}

@@ -1,0 +1,62 @@
+// Kelpwick: starts Qt, installs the host and runs the start-up sequence.
+#include <QApplication>
+#include <QStyleFactory>
+#include <QTimer>
+#include <QMdiSubWindow>
+#include "shell/CanvasView.h"
+#include <map>
+
+#include "app/Startup.h"
+#include "core/Form1.h"
+#include "core/Guard.h"
+#include "core/MDIForm1.h"
+#include "core/controls.h"
+#include "shell/Convert.h"
+#include "shell/Keys.h"
+#include "shell/MainWindow.h"
+#include "shell/QtHost.h"
+
+namespace {
+// Runs the timer models of every form on Qt timers.
+void DriveTimers(QObject* owner) {
+    for (Form* f : AllForms())
+        for (Control* c : f->controls) {
+            if (c->Kind != ControlKind::Timer) continue;
+            auto* m = static_cast<Timer*>(c);
+            auto* t = new QTimer(owner);
+            QObject::connect(t, &QTimer::timeout, owner, [m] { Guarded([m] { m->fire(); }); });
+            m->viewHook = [m, t] {
+                t->setInterval(std::max(1, m->Interval.get()));
+                if (m->TimerEnabled && !t->isActive()) t->start();
+                if (!m->TimerEnabled && t->isActive()) t->stop();
+            };
+            m->viewHook();
+        }
+}
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName("kelpwick");
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    MainWindow main;
+    QtHost host(&main);
+    SetHost(&host);
+    KeyForwarder keys;
+    app.installEventFilter(&keys);
+    DriveTimers(&app);
+    MDIForm1::form.viewHook = [&main] { main.applyFrame(); };
+    Form1::form.viewHook = [&main] {
+        main.canvasWindow()->setWindowTitle(Q(Form1::form.Caption));
+        main.canvas()->viewport()->setCursor(Form1::form.MousePointer == 11 ? Qt::WaitCursor : Qt::CrossCursor);
+    };
+
+    QTimer::singleShot(0, [&] {
+        Guarded([] { Kelpwick::Main(QCoreApplication::applicationDirPath().toStdString()); });
+    });
+    int rc = app.exec();
+    SetHost(nullptr);
+    return rc;
+}

@@ -1,0 +1,137 @@
+// The scripted host and the shared set-up of logic tests.
+#include "tests/support/ScriptedHost.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "core/Boxes.h"
+#include "core/Buffers.h"
+#include "core/CanvasSize.h"
+#include "core/Display.h"
+#include "core/controls.h"
+
+namespace {
+Host* installed = nullptr;
+}
+
+ScriptedHost::ScriptedHost() {
+    previous_ = installed;
+    installed = this;
+    SetHost(this);
+}
+
+ScriptedHost::~ScriptedHost() {
+    EXPECT_TRUE(script_.empty()) << "dialogs expected but never shown, next: " << (script_.empty() ? "" : script_.front().form);
+    installed = previous_;
+    SetHost(previous_);
+}
+
+void ScriptedHost::Expect(const std::string& formName, std::function<void()> action) {
+    script_.push_back({formName, std::move(action)});
+}
+
+void ScriptedHost::Press(const std::string& formName, const std::string& button) {
+    Expect(formName, [formName, button] {
+        Form* f = FindForm(formName);
+        ASSERT_NE(f, nullptr);
+        auto* b = dynamic_cast<CommandButton*>(f->find(button));
+        ASSERT_NE(b, nullptr) << formName << " has no button " << button;
+        b->press();
+    });
+}
+
+void ScriptedHost::ExpectMessage(const std::string& fragment) {
+    Expect("MessageBox", [fragment] {
+        std::string text = MessageBox::Label1.Caption;
+        EXPECT_NE(text.find(fragment), std::string::npos) << "message was: " << text;
+        MessageBox::Command1.press();
+    });
+}
+
+void ScriptedHost::Answer(const std::string& fragment, int answer) {
+    Expect("QuestionBox", [fragment, answer] {
+        std::string text = QuestionBox::Label1.Caption;
+        EXPECT_NE(text.find(fragment), std::string::npos) << "question was: " << text;
+        (answer == 1 ? QuestionBox::Command1 : QuestionBox::Command2).press();
+    });
+}
+
+void ScriptedHost::AnswerSize(int w, int h) {
+    Expect("CanvasSize", [w, h] {
+        CanvasSize::Text1.Text = std::to_string(w);
+        CanvasSize::Text2.Text = std::to_string(h);
+        CanvasSize::Command1.press();
+    });
+}
+
+void ScriptedHost::ShowForm(Form& f, bool modal, Form*) {
+    shown.push_back(f.Name);
+    if (!modal) return;
+    if (f.Name == "MessageBox") messages.push_back(MessageBox::Label1.Caption);
+    if (f.Name == "QuestionBox") questions.push_back(QuestionBox::Label1.Caption);
+    if (script_.empty() || script_.front().form != f.Name) {
+        std::string text = f.Name == "MessageBox" ? MessageBox::Label1.Caption.get()
+                           : f.Name == "QuestionBox" ? QuestionBox::Label1.Caption.get() : std::string();
+        ADD_FAILURE() << "unexpected modal " << f.Name << (text.empty() ? "" : ": " + text)
+                      << (script_.empty() ? "" : " (expected " + script_.front().form + ")");
+        f.Visible = false;
+        return;
+    }
+    Step step = std::move(script_.front());
+    script_.pop_front();
+    step.action();
+    if (f.Visible) {
+        ADD_FAILURE() << "modal " << f.Name << " still shown after its scripted answer";
+        f.Visible = false;
+    }
+}
+
+CanvasSurface ScriptedHost::GetCanvasSurface() {
+    if (surface) return *surface;
+    CanvasSurface s;
+    s.Width = std::min(canvasWidth, 2048);
+    s.Height = std::min(canvasHeight, 2048);
+    return s;
+}
+
+std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogSpec&) {
+    if (openFiles.empty()) {
+        ADD_FAILURE() << "unexpected open-file dialog";
+        return std::nullopt;
+    }
+    auto r = openFiles.front();
+    openFiles.pop_front();
+    return r;
+}
+
+std::optional<std::string> ScriptedHost::SaveFileDialog(FileDialogSpec&) {
+    if (saveFiles.empty()) {
+        ADD_FAILURE() << "unexpected save-file dialog";
+        return std::nullopt;
+    }
+    auto r = saveFiles.front();
+    saveFiles.pop_front();
+    return r;
+}
+
+std::optional<uint32_t> ScriptedHost::ChooseColor(uint32_t) {
+    if (colours.empty()) {
+        ADD_FAILURE() << "unexpected colour dialog";
+        return std::nullopt;
+    }
+    auto r = colours.front();
+    colours.pop_front();
+    return r;
+}
+
+bool ScriptedHost::OpenDocument(const std::string& path) {
+    documentsOpened.push_back(path);
+    return documentOpens;
+}
+
+void MakeTestDocument(int w, int h) {
+    SetBufferSize(w, h);
+    ASSERT_TRUE(CreateNewDocument(false));
+    DemensionRefreshBuff();
+}

@@ -1,0 +1,68 @@
+// A host for tests: modal forms are answered from a queue of actions, every
+// message and question is recorded, and an unexpected dialog fails the test.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/Host.h"
+
+class ScriptedHost : public Host {
+public:
+    ScriptedHost();
+    ~ScriptedHost() override;
+
+    // The next modal form must be `formName`; `action` runs while it is up and
+    // must hide it (press a button).
+    void Expect(const std::string& formName, std::function<void()> action);
+    // The next modal form is `formName`, answered by pressing its button `button`.
+    void Press(const std::string& formName, const std::string& button);
+    // A message box whose text contains `fragment`, acknowledged with OK.
+    void ExpectMessage(const std::string& fragment);
+    // A question box whose text contains `fragment`, answered 1 (yes) or 2 (no).
+    void Answer(const std::string& fragment, int answer);
+    // The size dialog, answered with this size and OK.
+    void AnswerSize(int w, int h);
+    bool AllAnswered() const { return script_.empty(); }
+
+    std::vector<std::string> messages, questions, shown;
+    std::deque<std::optional<std::string>> openFiles, saveFiles;
+    std::deque<std::optional<uint32_t>> colours;
+    std::vector<std::string> documentsOpened;
+    bool documentOpens = true;
+    std::optional<CanvasSurface> surface;  // fixed surface; otherwise the canvas window, capped
+    int canvasWidth = 0, canvasHeight = 0;
+    int imageChanges = 0;
+    double clock = 0;
+
+    void ShowForm(Form& f, bool modal, Form* owner) override;
+    void HideForm(Form&) override {}
+    void UnloadForm(Form&) override {}
+    void DoEvents() override {}
+    CanvasSurface GetCanvasSurface() override;
+    void SetCanvasWindowSize(int w, int h) override {
+        canvasWidth = w;
+        canvasHeight = h;
+    }
+    void CanvasImageChanged(int, int, int, int) override { ++imageChanges; }
+    std::optional<std::string> OpenFileDialog(FileDialogSpec& spec) override;
+    std::optional<std::string> SaveFileDialog(FileDialogSpec& spec) override;
+    std::optional<uint32_t> ChooseColor(uint32_t initial) override;
+    bool OpenDocument(const std::string& path) override;
+    double Clock() override { return clock; }
+    void PopupMenu(MenuEntry&) override {}
+
+private:
+    struct Step {
+        std::string form;
+        std::function<void()> action;
+    };
+    std::deque<Step> script_;
+    Host* previous_ = nullptr;
+};
+
+// Makes a fresh document of w x h with the display sized to it.
+void MakeTestDocument(int w, int h);
