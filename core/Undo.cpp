@@ -34,6 +34,23 @@ void CopyPicture(Plane& plane, Plane3& ring, int slot, bool toRing) {
     }
 }
 
+// Copies a plane into its ring slot and into its clean copy in one pass over the
+// source: block by block, so the second copy reads from cache.
+void CopyToSlotAndClean(const Plane& src, uint8_t* slot, size_t slotBytes, Plane& clean) {
+    if (clean.ubX() != src.ubX() || clean.ubY() != src.ubY() || clean.empty()) clean.alloc(src.ubX(), src.ubY());
+    constexpr size_t Block = 32 * 1024;
+    const uint8_t* s = src.data();
+    uint8_t* c = clean.data();
+    size_t total = src.bytes();
+    slotBytes = std::min(slotBytes, total);
+    for (size_t off = 0; off < slotBytes; off += Block) {
+        size_t n = std::min(Block, slotBytes - off);
+        kwpaint::Kel_CopyMem(s + off, slot + off, n);
+        kwpaint::Kel_CopyMem(s + off, c + off, n);
+    }
+    if (total > slotBytes) kwpaint::Kel_CopyMem(s + slotBytes, c + slotBytes, total - slotBytes);
+}
+
 void ApplySlotState(const UndoSlotState& s) {
     ApplyAlphaState(s.alphaOn != 0);
     if (s.swapShown != App.SwapShown) SwapBuffers();
@@ -98,13 +115,11 @@ void SaveUndo() {
     int w = std::min(BufferWidth(), BufR.ubX()), h = std::min(BufferHeight(), BufR.ubY());
     size_t n = static_cast<size_t>(w + 1) * static_cast<size_t>(h);
     UndoIndex = Below(UndoIndex);
-    kwpaint::Kel_CopyMem(BufR.data(), UndoRingR.slot(UndoIndex), n);
-    kwpaint::Kel_CopyMem(BufG.data(), UndoRingG.slot(UndoIndex), n);
-    kwpaint::Kel_CopyMem(BufB.data(), UndoRingB.slot(UndoIndex), n);
+    // Rows 0..H-1 with their extra column go into the slot; the clean copy takes the whole plane.
+    CopyToSlotAndClean(BufR, UndoRingR.slot(UndoIndex), n, UndoR);
+    CopyToSlotAndClean(BufG, UndoRingG.slot(UndoIndex), n, UndoG);
+    CopyToSlotAndClean(BufB, UndoRingB.slot(UndoIndex), n, UndoB);
     kwpaint::Kel_CopyMem(BufA.data(), UndoRingA.slot(UndoIndex), n);
-    UndoR.copyFrom(BufR);
-    UndoG.copyFrom(BufG);
-    UndoB.copyFrom(BufB);
     GetCurrentState();
     UndoStateRing[static_cast<size_t>(UndoIndex)] = CurState;
     UndoFresh = 1;

@@ -1,0 +1,80 @@
+// The shared arithmetic and the mixing tables, at the values where rounding shows.
+#include <gtest/gtest.h>
+
+#include "core/MixTables.h"
+#include "core/vb.h"
+
+TEST(Numbers, ConversionsRoundHalfToEven) {
+    EXPECT_EQ(vb::CInt(0.5), 0);
+    EXPECT_EQ(vb::CInt(1.5), 2);
+    EXPECT_EQ(vb::CInt(2.5), 2);
+    EXPECT_EQ(vb::CInt(-2.5), -2);
+    EXPECT_EQ(vb::CLng(3.5), 4);
+    EXPECT_THROW(vb::CInt(32767.5), vb::OverflowError);  // rounds to 32768
+    EXPECT_EQ(vb::CInt(32767.4), 32767);
+    EXPECT_EQ(vb::Int(-0.5), -1);
+    EXPECT_EQ(vb::Fix(-0.5), 0);
+    EXPECT_EQ(vb::Wrap16(32768), -32768);
+}
+
+TEST(Numbers, ValReadsTheLeadingNumberOnly) {
+    EXPECT_EQ(vb::Val("abc"), 0);
+    EXPECT_EQ(vb::Val("12px"), 12);
+    EXPECT_EQ(vb::Val("  640 "), 640);
+    EXPECT_EQ(vb::Val("-3.25x"), -3.25);
+    EXPECT_EQ(vb::Val("1e3"), 1000);
+    EXPECT_EQ(vb::Val("2e"), 2);
+    EXPECT_EQ(vb::Val(""), 0);
+    EXPECT_EQ(vb::Val(".5"), 0.5);
+    EXPECT_EQ(vb::Str(240), "240");
+    EXPECT_EQ(vb::Str(2.5), "2.5");
+}
+
+TEST(Numbers, PackedColoursKeepRedLow) {
+    uint32_t c = vb::RGB(10, 20, 30);
+    EXPECT_EQ(c, 0x1E140Au);
+    EXPECT_EQ(vb::RedOf(c), 10);
+    EXPECT_EQ(vb::GreenOf(c), 20);
+    EXPECT_EQ(vb::BlueOf(c), 30);
+}
+
+TEST(Numbers, RandomGeneratorIsSeededAndBelowOne) {
+    vb::Randomize(7);
+    double a = vb::Rnd(), b = vb::Rnd();
+    vb::Randomize(7);
+    EXPECT_EQ(vb::Rnd(), a);
+    EXPECT_EQ(vb::Rnd(), b);
+    for (int i = 0; i < 10000; ++i) {
+        double r = vb::Rnd();
+        ASSERT_GE(r, 0.0);
+        ASSERT_LT(r, 1.0);
+    }
+}
+
+TEST(MixTables, EndsAndRoundingOfEachTable) {
+    // add and subtract clamp; subtract is the first index minus the second
+    EXPECT_EQ(MixAt(MixAdd, 200, 100), 255);
+    EXPECT_EQ(MixAt(MixAdd, 20, 30), 50);
+    EXPECT_EQ(MixAt(MixSub, 100, 30), 70);
+    EXPECT_EQ(MixAt(MixSub, 30, 100), 0);
+    EXPECT_EQ(MixAt(MixMult, 255, 255), 255);
+    EXPECT_EQ(MixAt(MixMult, 128, 128), 64);  // 16384 / 255 = 64.25, integer division
+    EXPECT_EQ(MixAt(MixMult, 254, 1), 0);
+    // divide: 255 where the divisor is 0, clamped, half to even in single precision
+    EXPECT_EQ(MixAt(MixDiv, 0, 0), 255);
+    EXPECT_EQ(MixAt(MixDiv, 77, 0), 255);
+    EXPECT_EQ(MixAt(MixDiv, 200, 100), 255);
+    EXPECT_EQ(MixAt(MixDiv, 1, 2), 128);  // 127.5 -> 128 (even)
+    EXPECT_EQ(MixAt(MixDiv, 1, 6), 42);   // 42.5 -> 42 (even)
+    EXPECT_EQ(MixAt(MixDiv, 5, 10), 128);
+    // screen: j + (255 - j) / 255 * i in doubles
+    EXPECT_EQ(MixAt(MixScreen, 0, 0), 0);
+    EXPECT_EQ(MixAt(MixScreen, 255, 0), 255);
+    EXPECT_EQ(MixAt(MixScreen, 1, 127), 128);  // 127 + 128/255 = 127.50196 -> 128
+    EXPECT_EQ(MixAt(MixScreen, 0, 200), 200);
+    // around grey: i - 127 + j clamped
+    EXPECT_EQ(MixAt(MixAroundGrey, 127, 40), 40);
+    EXPECT_EQ(MixAt(MixAroundGrey, 0, 0), 0);
+    EXPECT_EQ(MixAt(MixAroundGrey, 255, 255), 255);
+    EXPECT_EQ(MixAt(MixAroundGrey, 200, 100), 173);
+}

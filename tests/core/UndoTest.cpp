@@ -1,0 +1,155 @@
+// The undo ring: its budget, the index walk of undo and redo, and what each
+// slot carries besides pixels.
+#include "core/Panels.h"
+#include "tests/core/CoreFixture.h"
+
+using UndoTest = CoreTest;
+
+TEST_F(UndoTest, BudgetGivesSlotsAndNeverFewerThanTwo) {
+    EXPECT_EQ(UndoSlotsForBudget(14, 320, 240), 46);      // 47 slots
+    EXPECT_EQ(UndoSlotsForBudget(14, 1500, 1500), 1);     // the formula's 0 keeps two slots
+    EXPECT_EQ(UndoSlotsForBudget(14, 2000, 2000), 1);     // the formula's -1 too
+    EXPECT_EQ(UndoSlotsForBudget(14, 1, 1), 32766);       // 16-bit indices still walk the ring
+    EXPECT_EQ(UndoSlotsForBudget(0, 10, 10), 1);
+    MakeTestDocument(320, 240);
+    EXPECT_EQ(UndoLast, 46);
+    EXPECT_EQ(UndoRingR.ubZ(), 46);
+    EXPECT_EQ(UndoStateRing.size(), 47u);
+    EXPECT_EQ(UndoIndex, 0);
+}
+
+TEST_F(UndoTest, UndoUndoRedoReturnsToTheFirstUndo) {
+    MakeTestDocument(8, 8);
+    Stamp(10); SaveUndo();
+    Stamp(20); SaveUndo();
+    Stamp(30);
+    RepaintUndo();
+    EXPECT_EQ(BufR(1, 1), 20);
+    RepaintUndo();
+    EXPECT_EQ(BufR(1, 1), 10);
+    Redo();
+    EXPECT_EQ(BufR(1, 1), 20);
+    Redo();
+    EXPECT_EQ(BufR(1, 1), 30);  // the picture of before the first undo was kept
+    RepaintUndo();
+    EXPECT_EQ(BufR(1, 1), 20);
+}
+
+TEST_F(UndoTest, NewSnapshotDoesNotCutTheRedoChain) {
+    MakeTestDocument(8, 8);
+    Stamp(1); SaveUndo();
+    Stamp(2); SaveUndo();
+    Stamp(3); SaveUndo();
+    Stamp(4);
+    RepaintUndo();            // shows 3
+    RepaintUndo();            // shows 2
+    ASSERT_EQ(BufR(0, 0), 2);
+    Stamp(9); SaveUndo();     // snapshot of 9 goes below: old newer slots stay
+    Stamp(10);
+    RepaintUndo();
+    EXPECT_EQ(BufR(0, 0), 9);
+    Redo();
+    EXPECT_EQ(BufR(0, 0), 10);
+    Redo();                   // walks on into the slot the first undo kept: no truncation
+    EXPECT_EQ(BufR(0, 0), 4);
+}
+
+TEST_F(UndoTest, UndoAcrossSwapBringsTheSwapPlanesBack) {
+    MakeTestDocument(6, 6);
+    Stamp(40);
+    SwapR(0, 0) = 3;
+    swapbuffer_Click();
+    ASSERT_EQ(BufR(0, 0), 3);
+    RepaintUndo();
+    EXPECT_EQ(App.SwapShown, 0);
+    EXPECT_EQ(BufR(0, 0), 40);
+    EXPECT_EQ(SwapR(0, 0), 3);
+    Redo();
+    EXPECT_EQ(App.SwapShown, 255);
+    EXPECT_EQ(BufR(0, 0), 3);
+    EXPECT_EQ(SwapR(0, 0), 40);
+}
+
+TEST_F(UndoTest, UndoRestoresAlphaAndItsCheckMark) {
+    MakeTestDocument(6, 6);
+    SwapR(2, 2) = SwapG(2, 2) = SwapB(2, 2) = 0;
+    SwapToAlpha_Click();      // snapshot with alpha off, then alpha on
+    ASSERT_TRUE(MDIForm1::AlphaEnable.Checked);
+    ASSERT_EQ(BufA(2, 2), 0);
+    RepaintUndo();
+    EXPECT_FALSE(MDIForm1::AlphaEnable.Checked);
+    EXPECT_EQ(App.AlphaOff, 255);
+    EXPECT_EQ(BufA(2, 2), 255);
+    Redo();
+    EXPECT_TRUE(MDIForm1::AlphaEnable.Checked);
+    EXPECT_EQ(App.AlphaOff, 0);
+    EXPECT_EQ(BufA(2, 2), 0);
+}
+
+TEST_F(UndoTest, RingOfTwoSlotsAlternates) {
+    App.UndoMegs = 0;
+    MakeTestDocument(8, 8);
+    ASSERT_EQ(UndoLast, 1);
+    Stamp(1); SaveUndo();
+    Stamp(2); SaveUndo();
+    Stamp(3); SaveUndo();
+    Stamp(4);
+    RepaintUndo();
+    EXPECT_EQ(BufR(0, 0), 3);
+    RepaintUndo();
+    EXPECT_EQ(BufR(0, 0), 4);  // two slots: the walk comes round again
+    RepaintUndo();
+    EXPECT_EQ(BufR(0, 0), 3);
+}
+
+TEST_F(UndoTest, BlockRestoreLeavesTheLastExtraByte) {
+    MakeTestDocument(5, 4);
+    BufR(5, 2) = 11;  // an extra-column byte inside the copied rows
+    BufR(5, 3) = 12;  // the last one of the last picture row
+    SaveUndo();
+    BufR(5, 2) = 21;
+    BufR(5, 3) = 22;
+    BufR(1, 1) = 99;
+    RepaintUndo();    // first step from fresh: the present picture goes in pixel by pixel
+    EXPECT_EQ(BufR(1, 1), 255);
+    EXPECT_EQ(BufR(5, 2), 11);
+    EXPECT_EQ(BufR(5, 3), 22);
+}
+
+TEST_F(UndoTest, SnapshotKeepsTheCleanCopyAndState) {
+    MakeTestDocument(4, 4);
+    Stamp(70);
+    SaveUndo();
+    EXPECT_EQ(UndoR(2, 2), 70);
+    EXPECT_EQ(UndoB(2, 2), 72);
+    EXPECT_EQ(UndoFresh, 1);
+    EXPECT_EQ(UndoDirection, 0);
+    EXPECT_EQ(UndoIndex, UndoLast);  // the index runs downward and wraps
+    RepaintUndo();
+    EXPECT_EQ(UndoDirection, 1);
+    EXPECT_EQ(UndoFresh, 0);
+    Redo();
+    EXPECT_EQ(UndoDirection, -1);
+}
+
+TEST_F(UndoTest, FadeBlendsTowardTheStateBeforeAndCancelRestores) {
+    MakeTestDocument(4, 4);
+    Stamp(0);
+    SaveUndo();
+    Stamp(200);
+    FadePrevious_Click();
+    EXPECT_EQ(BufR(1, 1), 200);  // amount 0 leaves the picture as it is
+    FadeLast::HScroll1.Value = 255;
+    EXPECT_EQ(BufR(1, 1), 0);
+    FadeLast::HScroll1.Value = 128;
+    EXPECT_EQ(BufR(1, 1), (200 * 127 + 0 * 128) / 255);
+    FadeLast::Command2_Click();
+    EXPECT_EQ(BufR(1, 1), 200);
+    EXPECT_TRUE(FadeR.empty());
+
+    FadePrevious_Click();
+    FadeLast::HScroll1.Value = 255;
+    FadeLast::Command1_Click();
+    EXPECT_EQ(BufR(1, 1), 0);
+    EXPECT_TRUE(FadeR.empty());
+}
