@@ -1,0 +1,127 @@
+#!/usr/bin/env python3
+"""End-to-end: the real program in a real X window on its own Xvfb server.
+
+It starts, the size dialog is answered, the canvas shows the secondary colour,
+keys change what is shown, and the frame's title follows. Every wait polls for
+a condition with a generous time-out; nothing sleeps a fixed time and hopes."""
+
+import os
+import subprocess
+import sys
+import tempfile
+import time
+
+from PIL import Image
+
+BINARY = sys.argv[1]
+TIMEOUT = 60.0
+
+
+def wait_for(what, check, timeout=TIMEOUT):
+    end = time.time() + timeout
+    last = None
+    while time.time() < end:
+        last = check()
+        if last:
+            return last
+        time.sleep(0.2)
+    raise AssertionError(f"timed out waiting for {what} (last seen: {last!r})")
+
+
+def start_xvfb():
+    r, w = os.pipe()
+    proc = subprocess.Popen(["Xvfb", "-displayfd", str(w), "-screen", "0", "1600x1000x24", "-nolisten", "tcp"],
+                            pass_fds=(w,), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    os.close(w)
+    number = b""
+    while not number.endswith(b"\n"):
+        chunk = os.read(r, 16)
+        if not chunk:
+            raise AssertionError("Xvfb did not start")
+        number += chunk
+    os.close(r)
+    return proc, ":" + number.decode().strip()
+
+
+def run(env, *args):
+    return subprocess.run(list(args), env=env, capture_output=True, text=True, timeout=30)
+
+
+def window_names(env):
+    out = run(env, "xdotool", "search", "--name", ".")
+    names = []
+    for wid in out.stdout.split():
+        n = run(env, "xdotool", "getwindowname", wid).stdout.rstrip("\n")
+        names.append(n)
+    return names
+
+
+def title_starting(env, prefix):
+    for n in window_names(env):
+        if n.startswith(prefix):
+            return n
+    return None
+
+
+def screenshot(env, path):
+    run(env, "import", "-window", "root", path)
+    return Image.open(path).convert("RGB")
+
+
+def share_of(img, colour, box):
+    region = img.crop(box)
+    pixels = list(region.getdata())
+    return sum(1 for p in pixels if p == colour) / len(pixels)
+
+
+def main():
+    xvfb, display = start_xvfb()
+    tmp = tempfile.mkdtemp(prefix="kelpwick-e2e-")
+    env = dict(os.environ, DISPLAY=display, HOME=tmp, XDG_CONFIG_HOME=os.path.join(tmp, "config"))
+    env.pop("QT_QPA_PLATFORM", None)
+    env["ASAN_OPTIONS"] = "detect_leaks=0"
+    app = subprocess.Popen([BINARY], env=env, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    shot = os.path.join(tmp, "shot.png")
+    try:
+        wait_for("the size dialog", lambda: "Buffer size" in window_names(env))
+        # A buffer larger than the window, so the canvas fills the area we look at.
+        run(env, "xdotool", "key", "ctrl+a")
+        run(env, "xdotool", "type", "1800")
+        run(env, "xdotool", "key", "Tab", "ctrl+a")
+        run(env, "xdotool", "type", "1200")
+        run(env, "xdotool", "key", "Return")
+        title = wait_for("the frame title", lambda: title_starting(env, "Project Kelpwick  (Main)"))
+        assert title == "Project Kelpwick  (Main)  ", repr(title)
+
+        box = (700, 200, 1200, 700)  # inside the canvas, right of the tool panel
+        white = wait_for("a white canvas",
+                         lambda: share_of(screenshot(env, shot), (255, 255, 255), box) > 0.95)
+        assert white
+
+        # Invert the alpha (all 0), copy it into the swap buffer, swap: the canvas turns black.
+        run(env, "xdotool", "key", "bar", "W", "j")
+        wait_for("the swap title", lambda: title_starting(env, "Project Kelpwick  (Swap)  "))
+        wait_for("a black canvas", lambda: share_of(screenshot(env, shot), (0, 0, 0), box) > 0.95)
+
+        # Undo takes the swap back.
+        run(env, "xdotool", "key", "u")
+        wait_for("the main title again", lambda: title_starting(env, "Project Kelpwick  (Main)  "))
+        wait_for("a white canvas again", lambda: share_of(screenshot(env, shot), (255, 255, 255), box) > 0.95)
+
+        assert app.poll() is None, "the program ended by itself"
+        print("e2e: size dialog answered, canvas white, j/u change it, title follows")
+    finally:
+        app.terminate()
+        try:
+            out, _ = app.communicate(timeout=10)
+        except subprocess.TimeoutExpired:
+            app.kill()
+            out, _ = app.communicate()
+        if out:
+            sys.stdout.write(out.decode(errors="replace")[-4000:])
+        xvfb.terminate()
+        xvfb.wait()
+
+
+if __name__ == "__main__":
+    main()
