@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "core/Guard.h"
+#include "core/Display.h"
 #include "core/Host.h"
 #include "core/vb.h"
 
@@ -52,6 +53,20 @@ Label Frame1(form, "Frame1", "Processing...");
 PictureBox Picture1(form, "Picture1", 300, 18);
 PictureBox Picture2(form, "Picture2", 300, 18);
 }  // namespace Status
+
+namespace {
+// Every panel takes the common colours when it is created.
+struct Wiring {
+    Wiring() {
+        MessageBox::form.Load = [] { PrefsCallBack(MessageBox::form); };
+        QuestionBox::form.Load = [] { PrefsCallBack(QuestionBox::form); };
+        GenericOptions::form.Load = [] { PrefsCallBack(GenericOptions::form); };
+        Status::form.Load = [] { PrefsCallBack(Status::form); };
+        QuestionBox::Command1.Group = QuestionBox::Command2.Group = 1;
+        GenericOptions::Command1.Group = GenericOptions::Command2.Group = 1;
+    }
+} wiring;
+}  // namespace
 
 void Kelpwick_MsgBox(const std::string& text) {
     MessageBox::Label1.Caption = text;

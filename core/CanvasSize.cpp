@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "core/AppState.h"
+#include "core/Display.h"
 #include "core/Host.h"
 #include "core/vb.h"
 
@@ -37,7 +38,9 @@ struct Wiring {
         List2.Enabled.setQuietly(false);
         List2.items = {"Nearest neighbor", "Bi-linear", "Bi-linear+"};
         List2.ListIndex.setQuietly(0);
-        Check1.Group = 1;
+        Label1.Group = Text1.Group = 2;
+        Label2.Group = Text2.Group = 3;
+        Command1.Group = Command2.Group = 4;
     }
 } wiring;
 
@@ -83,6 +86,7 @@ void ReadPresets(const std::string& path) {
 }
 
 void Form_Load() {
+    PrefsCallBack(form);
     SavedWidth = static_cast<float>(vb::Val(Text1.Text.get()));
     SavedHeight = static_cast<float>(vb::Val(Text2.Text.get()));
     ReadPresets(ProgramFile("Def_Res.txt"));
