@@ -2,6 +2,10 @@
 // through a shell), absolute paths behind explicit format prefixes so that no
 // name can pass for an option, and literal output names so that '%' stays '%'.
 //
+// ImageMagick also reads meaning into input names ("[1]" as a frame, depending
+// even on the current folder), so the source is reached through a link of a
+// plain name in the private folder; only its extension is kept, as a hint.
+//
 // ImageMagick 6.9 marks the Targa files it writes as bottom-left while writing
 // the top row first, and reads bottom-left files without turning them. Both
 // directions therefore go through -auto-orient, and imports are written with an
@@ -40,6 +44,16 @@ QString Absolute(const std::string& path) { return QFileInfo(Q(path)).absoluteFi
 QTemporaryDir& TempDir() {
     static QTemporaryDir dir(QDir::tempPath() + "/kelpwick-XXXXXX");
     return dir;
+}
+
+// A plain-named link to the source, in the private folder; the source itself if none can be made.
+QString PlainSourceName(const std::string& source) {
+    QString ext;
+    for (QChar c : QFileInfo(Q(source)).suffix())
+        if (c.isLetterOrNumber() && c.unicode() < 128) ext += c;
+    QString link = Q(TempFile("Source" + (ext.isEmpty() ? std::string() : "." + ext.left(10).toStdString())));
+    QFile::remove(link);
+    return QFile::link(Absolute(source), link) ? link : Absolute(source);
 }
 
 // The first lines of what the program said on its error channel.
@@ -151,12 +165,19 @@ std::string TempFile(const std::string& name) {
 uint8_t ConvertToTarga(const std::string& source, const std::string& target) {
     ShowStatus("Computer stuff happening...");
     QFile::remove(Q(target));  // an old temporary must not pass as the result
+    const QString input = PlainSourceName(source);
+    struct LinkRemover {
+        QString link;
+        ~LinkRemover() {
+            if (QFileInfo(link).isSymLink()) QFile::remove(link);
+        }
+    } remover{input};
     QProcess p;
     p.setStandardOutputFile(QProcess::nullDevice());
     // Only the first frame of a many-frame file; upright as other viewers show it;
     // 8 bits per channel and no compression, so that the reader takes every result.
     p.start(Q(ConversionProgram),
-            {Absolute(source), "-auto-orient", "-delete", "1--1", "-orient", "TopLeft", "-compress", "None", "-depth",
+            {input, "-auto-orient", "-delete", "1--1", "-orient", "TopLeft", "-compress", "None", "-depth",
              "8", "-define", "filename:literal=true", "TGA:" + Absolute(target)});
     if (!p.waitForStarted(10000)) {
         StatusProcessing();
