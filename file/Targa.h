@@ -46,7 +46,7 @@ void Quantize8(Plane& IndexPlane, uint32_t* Palette, int Width, int Height);
 // Bytes of a whole file, or false when it cannot be read.
 bool ReadWholeFile(const std::string& path, std::vector<uint8_t>& bytes);
 // Writes over the start of a file without truncating it: a longer old file keeps its tail.
-bool WriteOverFile(const std::string& path, const std::vector<uint8_t>& bytes);
+bool WriteOverFile(const std::string& path, const uint8_t* bytes, size_t size);
 
 // The commands.
 void Open_Click();

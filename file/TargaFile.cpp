@@ -32,11 +32,11 @@ bool ReadWholeFile(const std::string& path, std::vector<uint8_t>& bytes) {
     return true;
 }
 
-bool WriteOverFile(const std::string& path, const std::vector<uint8_t>& bytes) {
+bool WriteOverFile(const std::string& path, const uint8_t* bytes, size_t size) {
     int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
     if (fd < 0) return false;
-    const uint8_t* p = bytes.data();
-    size_t left = bytes.size();
+    const uint8_t* p = bytes;
+    size_t left = size;
     bool ok = true;
     while (left > 0) {
         ssize_t n = ::write(fd, p, left);
@@ -117,9 +117,9 @@ bool SaveTarga(const std::string& TargaFilename, uint8_t TargaFlags) {
     img.Height = H;
     img.Flags = TargaFlags;
     img.ImageType = TargaSaveType == 3 ? 3 : TargaSaveType == 4 ? 1 : 2;
-    std::vector<uint8_t> bytes = EncodeTarga(img, BarProgress, nullptr);
+    TargaBytes bytes = EncodeTarga(img, BarProgress, nullptr);
     TargaHeader = ParseTargaHeader(bytes.data(), bytes.size());
-    if (!WriteOverFile(TargaFilename, bytes)) {
+    if (!WriteOverFile(TargaFilename, bytes.data(), bytes.size())) {
         Kelpwick_MsgBox("An error has occurred while saving.\n" + TargaFilename + " could not be written.");
         return false;
     }

@@ -7,6 +7,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <utility>
 #include <vector>
 
 #include "core/Plane.h"
@@ -80,6 +82,24 @@ struct TargaImage {
     uint8_t ImageType = 2;  // 2, 3, or 1 for colour-mapped
 };
 
+// Bytes that are written before they are read need no zero fill.
+template <typename T>
+struct UninitialisedAllocator : std::allocator<T> {
+    template <typename U>
+    struct rebind {
+        using other = UninitialisedAllocator<U>;
+    };
+    template <typename U>
+    void construct(U* p) noexcept {
+        ::new (static_cast<void*>(p)) U;
+    }
+    template <typename U, typename... Args>
+    void construct(U* p, Args&&... args) {
+        ::new (static_cast<void*>(p)) U(std::forward<Args>(args)...);
+    }
+};
+using TargaBytes = std::vector<uint8_t, UninitialisedAllocator<uint8_t>>;
+
 // The header, the 768-byte map of a colour-mapped file, then the rows bottom
 // row first. Progress is reported on rows whose number is a multiple of ten.
-std::vector<uint8_t> EncodeTarga(const TargaImage& img, TargaProgress progress = nullptr, void* context = nullptr);
+TargaBytes EncodeTarga(const TargaImage& img, TargaProgress progress = nullptr, void* context = nullptr);

@@ -19,7 +19,7 @@ void TrueColourRow(uint8_t* out, int W, const uint8_t* r, const uint8_t* g, cons
 
 }  // namespace
 
-std::vector<uint8_t> EncodeTarga(const TargaImage& img, TargaProgress progress, void* context) {
+TargaBytes EncodeTarga(const TargaImage& img, TargaProgress progress, void* context) {
     const int W = std::max(img.Width, 0), H = std::max(img.Height, 0);
     int p = 3;
     if (img.Flags & 1) p = 4;
@@ -40,9 +40,10 @@ std::vector<uint8_t> EncodeTarga(const TargaImage& img, TargaProgress progress, 
 
     const size_t rowBytes = static_cast<size_t>(W) * static_cast<size_t>(p);
     const size_t mapBytes = mapped ? 768 : 0;
-    std::vector<uint8_t> out(TargaHeaderSize + mapBytes + rowBytes * static_cast<size_t>(H));
+    TargaBytes out(TargaHeaderSize + mapBytes + rowBytes * static_cast<size_t>(H));
     auto header = PackTargaHeader(h);
     std::memcpy(out.data(), header.data(), header.size());
+    if (mapped) std::memset(out.data() + TargaHeaderSize, 0, mapBytes);
     if (mapped && img.Palette) {
         uint8_t* m = out.data() + TargaHeaderSize;
         for (int i = 0; i < 256; ++i) {
@@ -60,6 +61,7 @@ std::vector<uint8_t> EncodeTarga(const TargaImage& img, TargaProgress progress, 
         if (img.Flags & 4) {
             // Colour-mapped: the index from the plane, in the first byte of each pixel.
             const uint8_t* idx = img.Index ? img.Index->row(y) : nullptr;
+            if (p > 1) std::memset(dst, 0, rowBytes);
             for (int x = 0; x < W; ++x) dst[static_cast<size_t>(x) * p] = idx ? idx[x] : 0;
         } else if (img.Flags & 2) {
             for (int x = 0; x < W; ++x) dst[x] = static_cast<uint8_t>((g[x] + r[x] + b[x]) / 3);

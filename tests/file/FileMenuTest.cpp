@@ -13,7 +13,7 @@
 
 namespace {
 
-std::vector<uint8_t> TargaBytes(uint8_t type, int w, int h, uint8_t depth, uint8_t descriptor,
+std::vector<uint8_t> MakeTargaFile(uint8_t type, int w, int h, uint8_t depth, uint8_t descriptor,
                                 const std::vector<uint8_t>& pixels, uint8_t idLength = 0) {
     TargaFileHeader hd;
     hd.IDLength = idLength;
@@ -64,7 +64,7 @@ TEST(FileOpen, LoadsIntoANewSizeAndSwitchesAlphaByPixelSize) {
     // 3 x 2, 32 bits, bottom-left.
     std::vector<uint8_t> px;
     for (int i = 0; i < 6; ++i) px.insert(px.end(), {uint8_t(i), uint8_t(10 + i), uint8_t(20 + i), uint8_t(i * 40)});
-    WriteBytes(dir / "a.tga", TargaBytes(2, 3, 2, 32, 8, px));
+    WriteBytes(dir / "a.tga", MakeTargaFile(2, 3, 2, 32, 8, px));
     OpenTarga(h, dir / "a.tga");
     EXPECT_EQ(BufferWidth(), 3);
     EXPECT_EQ(BufferHeight(), 2);
@@ -82,7 +82,7 @@ TEST(FileOpen, LoadsIntoANewSizeAndSwitchesAlphaByPixelSize) {
     EXPECT_EQ(Snapshot(), loaded);
 
     // A 24-bit file of the same size switches alpha off and leaves the plane as it was.
-    WriteBytes(dir / "b.tga", TargaBytes(2, 3, 2, 24, 0, std::vector<uint8_t>(18, 9)));
+    WriteBytes(dir / "b.tga", MakeTargaFile(2, 3, 2, 24, 0, std::vector<uint8_t>(18, 9)));
     OpenTarga(h, dir / "b.tga");
     EXPECT_EQ(BufR(1, 1), 9);
     EXPECT_EQ(BufA(2, 0), 200);
@@ -98,7 +98,7 @@ TEST(FileOpen, TopLeftFilesAreTurnedUprightAndOthersAreNot) {
     // Two rows: the first in the file red-ish, the second blue-ish, with alpha.
     std::vector<uint8_t> px = {0, 0, 200, 11, 200, 0, 0, 22};
     for (uint8_t desc : {uint8_t(32 | 8), uint8_t(48 | 8), uint8_t(8)}) {
-        WriteBytes(dir / "o.tga", TargaBytes(2, 1, 2, 32, desc, px));
+        WriteBytes(dir / "o.tga", MakeTargaFile(2, 1, 2, 32, desc, px));
         OpenTarga(h, dir / "o.tga");
         const bool topLeft = desc == 40;
         EXPECT_EQ(BufR(0, 0), topLeft ? 200 : 0) << int(desc);
@@ -111,14 +111,14 @@ TEST(FileOpen, StatusTextsIdentificationFieldAndRefusedTypes) {
     FileHost h;
     TestFolder dir;
     MakeTestDocument(2, 1);
-    WriteBytes(dir / "g.tga", TargaBytes(3, 2, 1, 8, 0, {50, 150}, 255));
+    WriteBytes(dir / "g.tga", MakeTargaFile(3, 2, 1, 8, 0, {50, 150}, 255));
     OpenTarga(h, dir / "g.tga");
     EXPECT_TRUE(h.SawStatus("Loading color mapped Targa(tm)"));
     EXPECT_EQ(BufG(0, 0), 50);
     EXPECT_EQ(BufB(1, 0), 150);
 
     h.statusTexts.clear();
-    WriteBytes(dir / "c.tga", TargaBytes(10, 2, 1, 24, 0, {0x81, 1, 2, 3}));
+    WriteBytes(dir / "c.tga", MakeTargaFile(10, 2, 1, 24, 0, {0x81, 1, 2, 3}));
     OpenTarga(h, dir / "c.tga");
     EXPECT_TRUE(h.SawStatus("Loading comressed image data..."));
     EXPECT_EQ(BufR(1, 0), 3);
@@ -127,7 +127,7 @@ TEST(FileOpen, StatusTextsIdentificationFieldAndRefusedTypes) {
     for (Refused r : {Refused{0, "No Image Present"},
                       Refused{9, "Color mapped, RLE compressed Targas not currently supported"},
                       Refused{11, "Greyscale RLE compressed Targas not currently supported"}}) {
-        WriteBytes(dir / "r.tga", TargaBytes(r.type, 2, 1, 24, 0, {1, 2, 3, 4, 5, 6}));
+        WriteBytes(dir / "r.tga", MakeTargaFile(r.type, 2, 1, 24, 0, {1, 2, 3, 4, 5, 6}));
         h.openFiles.push_back(dir / "r.tga");
         h.openFilter.push_back(1);
         h.Answer("Lose current changes?", 1);
@@ -150,7 +150,7 @@ TEST(FileOpen, QuestionsAndTheirNoAnswers) {
     FileName = "before.tga";
     Form1::form.Caption = "before";
     auto picture = Snapshot();
-    WriteBytes(dir / "p.png", TargaBytes(2, 2, 2, 24, 0, std::vector<uint8_t>(12, 1)));
+    WriteBytes(dir / "p.png", MakeTargaFile(2, 2, 2, 24, 0, std::vector<uint8_t>(12, 1)));
 
     h.openFiles.push_back(dir / "p.png");
     h.openFilter.push_back(1);
@@ -159,7 +159,7 @@ TEST(FileOpen, QuestionsAndTheirNoAnswers) {
     EXPECT_EQ(FileName, "before.tga");
     EXPECT_EQ(Form1::form.Caption.get(), "before");
 
-    WriteBytes(dir / "p.xyz", TargaBytes(2, 2, 2, 24, 0, std::vector<uint8_t>(12, 1)));
+    WriteBytes(dir / "p.xyz", MakeTargaFile(2, 2, 2, 24, 0, std::vector<uint8_t>(12, 1)));
     h.openFiles.push_back(dir / "p.xyz");
     h.openFilter.push_back(1);
     h.Answer("not '.tga'", 1);
@@ -202,7 +202,7 @@ TEST(FileOpen, DamagedFilesStopCleanlyAndUndoGoesBack) {
 
     // A run-length file cut after its first row.
     std::vector<uint8_t> rle = {0x83, 1, 2, 3, 0x81};
-    WriteBytes(dir / "cut.tga", TargaBytes(10, 4, 3, 24, 0, rle));
+    WriteBytes(dir / "cut.tga", MakeTargaFile(10, 4, 3, 24, 0, rle));
     OpenTarga(h, dir / "cut.tga");
     EXPECT_EQ(BufR(3, 2), 3);
     EXPECT_EQ(BufR(0, 0), 33) << "rows the data never reached keep what they held";
@@ -212,7 +212,7 @@ TEST(FileOpen, DamagedFilesStopCleanlyAndUndoGoesBack) {
 
     // Sizes that no buffer can have: the message of the size check, the document stays.
     for (int w : {0, -5}) {
-        WriteBytes(dir / "z.tga", TargaBytes(2, w, 3, 24, 0, std::vector<uint8_t>(36, 1)));
+        WriteBytes(dir / "z.tga", MakeTargaFile(2, w, 3, 24, 0, std::vector<uint8_t>(36, 1)));
         h.openFiles.push_back(dir / "z.tga");
         h.openFilter.push_back(1);
         h.Answer("Lose current changes?", 1);
@@ -224,11 +224,11 @@ TEST(FileOpen, DamagedFilesStopCleanlyAndUndoGoesBack) {
     // Every depth with every readable type, short data included: no crash, no message.
     for (uint8_t type : {1, 2, 3, 10})
         for (uint8_t depth : {0, 8, 15, 16, 24, 32}) {
-            WriteBytes(dir / "d.tga", TargaBytes(type, 4, 3, depth, 32, {0x85, 1, 2, 3, 4, 5, 6, 7}));
+            WriteBytes(dir / "d.tga", MakeTargaFile(type, 4, 3, depth, 32, {0x85, 1, 2, 3, 4, 5, 6, 7}));
             OpenTarga(h, dir / "d.tga");
         }
     // An unknown type reads nothing and keeps the size.
-    WriteBytes(dir / "u.tga", TargaBytes(78, 18505, 21060, 24, 0, {}));
+    WriteBytes(dir / "u.tga", MakeTargaFile(78, 18505, 21060, 24, 0, {}));
     OpenTarga(h, dir / "u.tga");
     EXPECT_EQ(BufferWidth(), 4);
     EXPECT_FALSE(MDIForm1::AlphaEnable.Checked.get());
