@@ -60,9 +60,11 @@ void Form_Initialize() {
 }  // namespace Form2
 
 namespace Kelpwick {
+void BindMenus() { BindFileMenus(); }
+
 void Main(const std::string& programDir) {
     App.StartDirectory = programDir;
-    BindFileMenus();
+    BindMenus();
     Show(MDIForm1::form);
     Form2::Form_Initialize();
     Show(Form2::form, false, &MDIForm1::form);

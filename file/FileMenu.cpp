@@ -85,8 +85,10 @@ bool SizeBufferFor(int w, int h) {
     return true;
 }
 
-// What follows the pixels: alpha by the pixel size, the caption, an upright turn.
+// What follows the pixels: an upright turn, alpha by the pixel size, the caption.
+// The turn comes first so that the marquee outlines the alpha as it will stand.
 void FinishLoad(const TargaLoadResult& r, const std::string& displayName) {
+    if (r.pixelsRead && TargaTopLeft(TargaHeader.ImageDescriptor)) FlipBufferVertical(r.bytesPerPixel == 4);
     if (r.pixelsRead && r.bytesPerPixel == 4) {
         InitMarquee();
         ApplyAlphaState(true);
@@ -94,7 +96,6 @@ void FinishLoad(const TargaLoadResult& r, const std::string& displayName) {
         ApplyAlphaState(false);
     }
     Form1::form.Caption = displayName;
-    if (r.pixelsRead && TargaTopLeft(TargaHeader.ImageDescriptor)) FlipBufferVertical(r.bytesPerPixel == 4);
 }
 
 }  // namespace

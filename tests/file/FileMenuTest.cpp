@@ -2,7 +2,10 @@
 // the options panel, and what the buffer, alpha and undo look like afterwards.
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "core/AppState.h"
+#include "core/Display.h"
 #include "core/Form1.h"
 #include "core/MDIForm1.h"
 #include "core/Undo.h"
@@ -105,6 +108,23 @@ TEST(FileOpen, TopLeftFilesAreTurnedUprightAndOthersAreNot) {
         EXPECT_EQ(BufB(0, 0), topLeft ? 0 : 200) << int(desc);
         EXPECT_EQ(BufA(0, 0), topLeft ? 11 : 22) << "alpha turns with the picture, descriptor " << int(desc);
     }
+}
+
+TEST(FileOpen, TheMarqueeOutlinesTheUprightAlpha) {
+    FileHost h;
+    TestFolder dir;
+    MakeTestDocument(6, 6);
+    // Top-left, 6 x 6: the first row of the file (the top) is transparent.
+    std::vector<uint8_t> px;
+    for (int i = 0; i < 36; ++i) px.insert(px.end(), {1, 2, 3, uint8_t(i < 6 ? 0 : 255)});
+    WriteBytes(dir / "m.tga", MakeTargaFile(2, 6, 6, 32, 40, px));
+    OpenTarga(h, dir / "m.tga");
+    EXPECT_EQ(BufA(2, 0), 0);
+    EXPECT_EQ(BufA(2, 5), 255);
+    Plane shown;
+    shown.copyFrom(MarqueePlane);
+    InitMarquee();
+    EXPECT_EQ(std::memcmp(shown.data(), MarqueePlane.data(), shown.bytes()), 0);
 }
 
 TEST(FileOpen, StatusTextsIdentificationFieldAndRefusedTypes) {
