@@ -64,12 +64,6 @@ std::string ErrorText(QProcess& p) {
     return lines.join('\n').toStdString();
 }
 
-void StatusProcessing() {
-    Status::Frame1.Caption = "Processing...";
-    Status::form.Caption = "Processing...";
-    HideStatus();
-}
-
 void Pump(double seconds) {
     auto t0 = Clock::now();
     do {
@@ -155,6 +149,12 @@ void WatchPending() {
 }
 
 }  // namespace
+
+void StatusProcessing() {
+    Status::Frame1.Caption = "Processing...";
+    Status::form.Caption = "Processing...";
+    HideStatus();
+}
 
 std::string TempFile(const std::string& name) {
     QTemporaryDir& dir = TempDir();

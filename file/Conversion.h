@@ -9,6 +9,9 @@
 // The program started for conversions, found through the search path.
 extern std::string ConversionProgram;
 
+// The status window's caption back to "Processing...", the window hidden.
+void StatusProcessing();
+
 // A file of the private temporary folder ("TempTga.tga", "TempTGA.tga").
 std::string TempFile(const std::string& name);
 

@@ -61,12 +61,6 @@ void PumpLocked() {
     --App.LockCount;
 }
 
-void StatusProcessing() {
-    Status::Frame1.Caption = "Processing...";
-    Status::form.Caption = "Processing...";
-    HideStatus();
-}
-
 // The closing steps of a load, taken also after a failure or a cancelled dialog.
 void LoadExitSteps(const DirectoryKeeper& keeper) {
     keeper.restore();

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Fuzzes the Targa decoder with libFuzzer for a number of seconds (default 60):
 #   tests/fuzz/run_targa_fuzz.sh [seconds]
-# Needs clang. New inputs that reach new code are kept in tests/fuzz/corpus.
+# Needs clang. New inputs that reach new code are added to tests/fuzz/corpus
+# (keep it small: merge with -merge=1 and keep the short files).
 set -euo pipefail
 cd "$(dirname "$0")"
 ROOT=$(cd ../.. && pwd)
