@@ -51,7 +51,8 @@ QString PlainSourceName(const std::string& source) {
     QString ext;
     for (QChar c : QFileInfo(Q(source)).suffix())
         if (c.isLetterOrNumber() && c.unicode() < 128) ext += c;
-    QString link = Q(TempFile("Source" + (ext.isEmpty() ? std::string() : "." + ext.left(10).toStdString())));
+    QString name = ext.isEmpty() ? QString("Source") : QString("Source.") + ext.left(10);
+    QString link = Q(TempFile(name.toStdString()));
     QFile::remove(link);
     return QFile::link(Absolute(source), link) ? link : Absolute(source);
 }
