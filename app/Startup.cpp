@@ -13,6 +13,7 @@
 #include "core/MDIForm1.h"
 #include "core/MixTables.h"
 #include "core/Settings.h"
+#include "file/Targa.h"
 
 namespace Form2 {
 void Form_Initialize() {
@@ -59,8 +60,11 @@ void Form_Initialize() {
 }  // namespace Form2
 
 namespace Kelpwick {
+void BindMenus() { BindFileMenus(); }
+
 void Main(const std::string& programDir) {
     App.StartDirectory = programDir;
+    BindMenus();
     Show(MDIForm1::form);
     Form2::Form_Initialize();
     Show(Form2::form, false, &MDIForm1::form);

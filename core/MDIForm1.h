@@ -12,6 +12,9 @@ extern std::string BackBitmap;  // the picture of the frame's background, "" for
 extern MenuEntry File, Edit, Filter, Alpha, Window, Prefs, Help;
 extern MenuEntry AlphaEnable, Window_Info;
 extern MenuEntry rDefault, rBitmap, prefs_Disp_15bit, Refresh_Optimised;
+// Entries whose commands live in other folders, bound at start-up.
+extern MenuEntry Open, Save;            // file/
+extern MenuEntry flip, horizontal, vertical;  // file/
 
 bool MDIForm_QueryUnload();  // true: closing goes ahead
 void Quit_Click();

@@ -25,6 +25,8 @@ std::string BackBitmap;
 // File
 MenuEntry File(form, "File", "&File", nullptr);
 MenuEntry New(form, "New", "New", &File, [] { New_Click(); });
+MenuEntry Open(form, "Open", "&Open...", &File);
+MenuEntry Save(form, "Save", "Save...", &File);
 MenuEntry Quit(form, "Quit", "Q&uit", &File, [] { Quit_Click(); });
 // Buffer
 MenuEntry Edit(form, "Edit", "&Buffer", nullptr);
@@ -35,6 +37,9 @@ MenuEntry swapbuffer(form, "swapbuffer", "Swap buffers                          
 MenuEntry CopyToSwap(form, "CopyToSwap", "Copy to swap                         J", &Edit, [] { CopyToSwap_Click(); });
 MenuEntry swaptoalpha(form, "swaptoalpha", "Copy swap buffer to alpha    S", &Edit, [] { SwapToAlpha_Click(); });
 MenuEntry AlhpaToSwap(form, "AlhpaToSwap", "Copy alpha to swap buffer   W", &Edit, [] { AlhpaToSwap_Click(); });
+MenuEntry flip(form, "flip", "Flip", &Edit);
+MenuEntry horizontal(form, "horizontal", "Horizontal", &flip);
+MenuEntry vertical(form, "vertical", "Vertical", &flip);
 MenuEntry BufferResample(form, "BufferResample", "Resample...", &Edit, [] { BufferResample_Click(); });
 MenuEntry BufferCrop(form, "BufferCrop", "Crop to selection", &Edit, [] { BufferCrop_Click(); });
 MenuEntry ImageInfo(form, "ImageInfo", "Buffer info...", &Edit, [] { ImageInfo_Click(); });

@@ -41,6 +41,7 @@ int main(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setQuitOnLastWindowClosed(false);
 
+    Kelpwick::BindMenus();  // the menu bar shows only entries that have a command
     MainWindow main;
     QtHost host(&main);
     SetHost(&host);
