@@ -11,6 +11,7 @@
 #include "core/Guard.h"
 #include "core/MDIForm1.h"
 #include "core/controls.h"
+#include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
 #include "shell/Keys.h"
 #include "shell/MainWindow.h"
@@ -41,6 +42,7 @@ int main(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setQuitOnLastWindowClosed(false);
 
+    RegisterControlWidgets();
     MainWindow main;
     QtHost host(&main);
     SetHost(&host);
