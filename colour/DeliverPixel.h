@@ -105,10 +105,10 @@ inline void BrushStretched(DeliverContext& c, int X, int Y, int X1, int Y1, int 
         c.B = c.brushB[i];
         return;
     }
-    fx *= sx;
-    fy *= sy;
-    int u = std::clamp(static_cast<int>(std::floor(fx)), 0, c.brushW - 1);
-    int v = std::clamp(static_cast<int>(std::floor(fy)), 0, c.brushH - 1);
+    // A pixel outside the box would sample outside the brush: hold it to the edge.
+    fx = std::clamp(fx * sx, 0.0f, static_cast<float>(c.brushW - 1));
+    fy = std::clamp(fy * sy, 0.0f, static_cast<float>(c.brushH - 1));
+    int u = static_cast<int>(fx), v = static_cast<int>(fy);
     float ax = fx - static_cast<float>(u), bx = 1 - ax, ay = fy - static_cast<float>(v), by = 1 - ay;
     // The planes run to BrushWidth and BrushHeight inclusive: u + 1 and v + 1 stay inside.
     size_t i00 = static_cast<size_t>(v) * c.brushStride + static_cast<size_t>(u), i10 = i00 + 1;

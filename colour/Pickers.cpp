@@ -109,7 +109,8 @@ PickResult WheelAt(float x, float y, int width, int height, const Hsv& current, 
 
 const Hsv& PickerHsv() { return Current; }
 
-void SetPrimaryColour(uint32_t colour) {
+namespace {
+void PutOnSliders(uint32_t colour) {
     Picking = true;
     Form2::HScroll1.Value = vb::RedOf(colour);
     Form2::hscroll2.Value = vb::GreenOf(colour);
@@ -117,6 +118,14 @@ void SetPrimaryColour(uint32_t colour) {
     Picking = false;
     LastPicked = colour;
     PaintPickers();
+}
+}  // namespace
+
+void SetPrimaryColour(uint32_t colour) {
+    Hsv h = ColourToHsv(colour);
+    if (h.s == 0) h.h = Current.h;  // a grey keeps the hue the pickers had
+    Current = h;
+    PutOnSliders(colour);
 }
 
 void PrimaryChanged() {
@@ -136,7 +145,7 @@ void PrimaryChanged() {
 namespace {
 void Pick(const Hsv& h) {
     Current = h;
-    SetPrimaryColour(HsvToColour(h));
+    PutOnSliders(HsvToColour(h));
 }
 
 void Mark(PictureBox& p, int x, int y) {

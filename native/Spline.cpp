@@ -1,5 +1,5 @@
-// Catmull-Rom through evenly spaced knots; the end knots are repeated as their
-// own outer neighbours so that the curve starts and ends on them.
+// Catmull-Rom through evenly spaced knots. Beyond the ends a knot is continued
+// in a straight line, so that evenly rising knots give a straight ramp.
 #include "native/Spline.h"
 
 #include <cmath>
@@ -13,8 +13,9 @@ float spline(float x, int16_t nknots, const float* knots) {
     int i = static_cast<int>(std::floor(seg));
     if (i > nknots - 2) i = nknots - 2;
     float f = seg - static_cast<float>(i);
-    float p0 = knots[i > 0 ? i - 1 : 0], p1 = knots[i], p2 = knots[i + 1];
-    float p3 = knots[i + 2 < nknots ? i + 2 : nknots - 1];
+    float p1 = knots[i], p2 = knots[i + 1];
+    float p0 = i > 0 ? knots[i - 1] : 2 * p1 - p2;
+    float p3 = i + 2 < nknots ? knots[i + 2] : 2 * p2 - p1;
     float f2 = f * f, f3 = f2 * f;
     return 0.5f * (2.0f * p1 + (p2 - p0) * f + (2.0f * p0 - 5.0f * p1 + 4.0f * p2 - p3) * f2 +
                    (3.0f * p1 - p0 - 3.0f * p2 + p3) * f3);
