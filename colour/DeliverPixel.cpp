@@ -122,22 +122,39 @@ void Buffer_Fill_Click() {
     if (!DocumentExists()) return;
     SaveUndo();
     LoadFillOpacity();
-    const int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
-    const uint32_t colour = Form2::Shape4.FillColor;
-    DeliverContext c = DeliverBegin();
+    DeliverFill(Form2::Shape4.FillColor);
+    RedisplayWindow();
+}
+
+namespace {
+template <unsigned Steps>
+void FillRows(DeliverContext& context, uint32_t colour, int W, int H) {
+    // A copy whose address never leaves this function: the byte stores below
+    // cannot alias it, so its fields stay in registers.
+    DeliverContext c = context;
     for (int y = 0; y < H; ++y) {
         uint8_t* r = BufR.row(y);
         uint8_t* g = BufG.row(y);
         uint8_t* b = BufB.row(y);
         for (int x = 0; x < W; ++x) {
-            uint32_t v = DeliverPixel(c, colour, x, y, 0, 0, W - 1, H - 1);
+            uint32_t v = DeliverPixelIn<Steps>(c, colour, x, y, 0, 0, W - 1, H - 1);
             r[x] = static_cast<uint8_t>(v);
             g[x] = static_cast<uint8_t>(v >> 8);
             b[x] = static_cast<uint8_t>(v >> 16);
         }
     }
+    context = c;
+}
+}  // namespace
+
+void DeliverFill(uint32_t colour) {
+    if (!DocumentExists()) return;
+    const int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
+    DeliverContext c = DeliverBegin();
+    // The plain fill of one colour is compiled without the steps it cannot need.
+    if (DeliverSteps(c) == 0) FillRows<0>(c, colour, W, H);
+    else FillRows<DpAll>(c, colour, W, H);
     DeliverEnd(c);
-    RedisplayWindow();
 }
 
 void TurkeyColor(int32_t X, int32_t Y, int32_t& R, int32_t& G, int32_t& B) {

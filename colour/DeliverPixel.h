@@ -81,7 +81,7 @@ inline int RoundD(double v) {
 }
 inline int32_t Clamp255(int32_t v) { return v < 0 ? 0 : (v > 255 ? 255 : v); }
 
-inline int LookUp(DeliverContext& c) {
+[[gnu::always_inline]] inline int LookUp(DeliverContext& c) {
     int p = RoundF(c.t);
     p = p < 0 ? 0 : (p > 255 ? 255 : p);
     c.R = c.gradR[p];
@@ -90,7 +90,7 @@ inline int LookUp(DeliverContext& c) {
     return c.gradA[p];
 }
 
-inline void BrushStretched(DeliverContext& c, int X, int Y, int X1, int Y1, int X2, int Y2) {
+[[gnu::always_inline]] inline void BrushStretched(DeliverContext& c, int X, int Y, int X1, int Y1, int X2, int Y2) {
     const float floor = c.interpolate ? 0.001f : 0.01f;
     float w = static_cast<float>(X2 - X1), h = static_cast<float>(Y2 - Y1);
     if (w <= 0) w = floor;
@@ -123,7 +123,7 @@ inline void BrushStretched(DeliverContext& c, int X, int Y, int X1, int Y1, int 
     c.B = mix(c.brushB);
 }
 
-inline void Noise(DeliverContext& c) {
+[[gnu::always_inline]] inline void Noise(DeliverContext& c) {
     const double n = c.noiseAmount;
     if (c.noiseMode == 1) {
         c.R = Clamp255(RoundD(c.R + (vb::Rnd() - 0.5) * n));
@@ -140,11 +140,28 @@ inline void Noise(DeliverContext& c) {
 }
 }  // namespace deliver_detail
 
-inline uint32_t DeliverPixel(DeliverContext& c, uint32_t colour, int X, int Y, int X1, int Y1, int X2, int Y2) {
+// The steps a setting can need. A loop over many pixels may be compiled for the
+// steps its snapshot needs (DeliverSteps), leaving out the tests of the others;
+// with every step the result is the same.
+enum : unsigned { DpStyle = 1, DpMode = 2, DpNoise = 4, DpPaper = 8, DpAlpha = 16, DpAll = 31 };
+inline unsigned DeliverSteps(const DeliverContext& c) {
+    unsigned steps = 0;
+    if (c.fillStyle >= 1 && c.fillStyle <= 6) steps |= DpStyle;
+    if (c.table || c.fillMode == 7) steps |= DpMode;
+    if (c.noiseAmount > 0) steps |= DpNoise;
+    if (c.paperW > 0 && (c.bump || c.dry)) steps |= DpPaper;
+    if (c.alphaOff != 255) steps |= DpAlpha;
+    return steps;
+}
+
+// Inlined into each loop, so that the settings stay in registers across pixels.
+template <unsigned Steps>
+[[gnu::always_inline]] inline uint32_t DeliverPixelIn(DeliverContext& c, uint32_t colour, int X, int Y, int X1, int Y1,
+                                                      int X2, int Y2) {
     using namespace deliver_detail;
     int ga = 255;
     // 1, 2. The colour the fill style asks for.
-    switch (c.fillStyle) {
+    switch ((Steps & DpStyle) ? c.fillStyle : 0) {
         case 1:
         case 2: {
             float w = static_cast<float>(X2 - X1);
@@ -198,7 +215,8 @@ inline uint32_t DeliverPixel(DeliverContext& c, uint32_t colour, int X, int Y, i
     // 4. The fill mode, against the picture as it is.
     const size_t at = static_cast<size_t>(Y) * c.stride + static_cast<size_t>(X);
     const int oldR = c.r[at], oldG = c.g[at], oldB = c.b[at];
-    if (c.table) {
+    if (!(Steps & DpMode)) {
+    } else if (c.table) {
         if (c.tableSwapped) {
             c.R = c.table[oldR + 256 * c.R];
             c.G = c.table[oldG + 256 * c.G];
@@ -214,9 +232,9 @@ inline uint32_t DeliverPixel(DeliverContext& c, uint32_t colour, int X, int Y, i
         c.B = c.sb[at];
     }
     // 5. Noise on the colour.
-    if (c.noiseAmount > 0) Noise(c);
+    if ((Steps & DpNoise) && c.noiseAmount > 0) Noise(c);
     // 6, 7. Paper: the bump on the colour, drybrush on the opacity.
-    if (c.paperW > 0 && (c.bump || c.dry)) {
+    if ((Steps & DpPaper) && c.paperW > 0 && (c.bump || c.dry)) {
         int u = X % c.paperW, v = Y % c.paperH;
         size_t pi = static_cast<size_t>(v) * c.paperStride + static_cast<size_t>(u);
         if (c.bump) {
@@ -235,18 +253,26 @@ inline uint32_t DeliverPixel(DeliverContext& c, uint32_t colour, int X, int Y, i
     if (opacity < 0) opacity = 0;
     const int inverse = 255 - opacity;
     c.opacityInverse = static_cast<int16_t>(inverse);
-    int32_t R = (c.R * opacity + oldR * inverse) / 255;
-    int32_t G = (c.G * opacity + oldG * inverse) / 255;
-    int32_t B = (c.B * opacity + oldB * inverse) / 255;
+    // Every term is 0..255 here: unsigned division by 255 is a multiply and a shift.
+    const unsigned op = static_cast<unsigned>(opacity), inv = static_cast<unsigned>(inverse);
+    unsigned R = (static_cast<unsigned>(c.R) * op + static_cast<unsigned>(oldR) * inv) / 255;
+    unsigned G = (static_cast<unsigned>(c.G) * op + static_cast<unsigned>(oldG) * inv) / 255;
+    unsigned B = (static_cast<unsigned>(c.B) * op + static_cast<unsigned>(oldB) * inv) / 255;
     // 10. The alpha plane, unless AlphaOff lets everything through.
-    const int a = c.a[at] | c.alphaOff;
+    const unsigned a = (Steps & DpAlpha) ? (c.a[at] | c.alphaOff) : 255u;
     if (a < 255) {
-        const int na = 255 - a;
-        R = (oldR * na + R * a) / 255;
-        G = (oldG * na + G * a) / 255;
-        B = (oldB * na + B * a) / 255;
+        const unsigned na = 255 - a;
+        R = (static_cast<unsigned>(oldR) * na + R * a) / 255;
+        G = (static_cast<unsigned>(oldG) * na + G * a) / 255;
+        B = (static_cast<unsigned>(oldB) * na + B * a) / 255;
     }
-    return static_cast<uint32_t>(R) | (static_cast<uint32_t>(G) << 8) | (static_cast<uint32_t>(B) << 16);
+    return R | (G << 8) | (B << 16);
+}
+
+// One pixel with every step.
+[[gnu::always_inline]] inline uint32_t DeliverPixel(DeliverContext& c, uint32_t colour, int X, int Y, int X1, int Y1,
+                                                    int X2, int Y2) {
+    return DeliverPixelIn<DpAll>(c, colour, X, Y, X1, Y1, X2, Y2);
 }
 
 // The classic entry: one pixel, settings read afresh. A pixel outside the
@@ -266,5 +292,8 @@ void uAlphaBPixel(int16_t& x, int16_t& y, uint8_t& out);
 
 // The whole-buffer fill, key q.
 void Buffer_Fill_Click();
+// Its pixel loop: every pixel of the picture through DeliverPixel with the
+// picture as the box; the opacity and paper fields must be loaded.
+void DeliverFill(uint32_t colour);
 // Loads Opacity and its work fields from the tool panel, and the paper state.
 void LoadFillOpacity();

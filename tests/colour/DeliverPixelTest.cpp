@@ -332,3 +332,29 @@ TEST_F(DeliverPixelTest, APixelOffThePictureChangesNothing) {
     EXPECT_EQ(result, colour);
 }
 }  // namespace
+
+namespace {
+TEST_F(DeliverPixelTest, WholeBufferLoopAgreesWithThePixelAtATime) {
+    // The loop compiles a plain fill without the steps it cannot need; both
+    // versions must give what the single-pixel entry gives.
+    for (int style : {0, 1}) {
+        App.FillStyle = static_cast<uint16_t>(style);
+        SetOpacity(131);
+        std::vector<uint32_t> want;
+        for (int y = 0; y < H; ++y)
+            for (int x = 0; x < W; ++x) {
+                int32_t colour = static_cast<int32_t>(vb::RGB(40, 150, 230)), result = 0;
+                int16_t xx = static_cast<int16_t>(x), yy = static_cast<int16_t>(y), x1 = 0, y1 = 0,
+                        x2 = W - 1, y2 = H - 1;
+                DeliverPixel(colour, xx, yy, x1, y1, x2, y2, result);
+                want.push_back(static_cast<uint32_t>(result));
+            }
+        DeliverFill(vb::RGB(40, 150, 230));
+        size_t i = 0;
+        for (int y = 0; y < H; ++y)
+            for (int x = 0; x < W; ++x, ++i)
+                ASSERT_EQ(vb::RGB(BufR(x, y), BufG(x, y), BufB(x, y)), want[i]) << "style " << style << " at " << x << "," << y;
+        SetUp();  // the planes afresh for the next style
+    }
+}
+}  // namespace
