@@ -63,3 +63,10 @@ void StartupDefaultFiles() {
     Form2::Combo5_GotFocus();
     PrimaryChanged();
 }
+
+void ListProgramFiles(FileListBox& files, ComboBox& combo) {
+    files.Path = App.StartDirectory;
+    files.Refresh();
+    combo.Clear();
+    for (const auto& f : files.items) combo.AddItem(f);
+}

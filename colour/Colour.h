@@ -2,6 +2,9 @@
 // table, the keys and the tool panel, and its start-up steps.
 #pragma once
 
+class ComboBox;
+class FileListBox;
+
 // Binds the menu entries, key slots and tool panel controls of this folder.
 void BindColourMenus();
 // Start-up: the gradient store with its built-in ramps.
@@ -10,3 +13,6 @@ void StartupGradients();
 void StartupPaper();
 // Start-up: the default wells and gradients from the program folder, errors ignored.
 void StartupDefaultFiles();
+
+// Fills a combo box with the files of the program folder that a file list's pattern matches.
+void ListProgramFiles(FileListBox& files, ComboBox& combo);

@@ -163,17 +163,12 @@ template <unsigned Steps>
     // 1, 2. The colour the fill style asks for.
     switch ((Steps & DpStyle) ? c.fillStyle : 0) {
         case 1:
-        case 2: {
-            float w = static_cast<float>(X2 - X1);
-            if (w <= 0) w = 0.01f;
-            c.t = static_cast<float>(X - X1) * (255.0f / w);
-            ga = LookUp(c);
-            break;
-        }
-        case 3: {
-            float h = static_cast<float>(Y2 - Y1);
-            if (h <= 0) h = 0.01f;
-            c.t = static_cast<float>(Y - Y1) * (255.0f / h);
+        case 2:
+        case 3: {  // across the box, or down it for 3
+            const bool down = c.fillStyle == 3;
+            float span = static_cast<float>(down ? Y2 - Y1 : X2 - X1);
+            if (span <= 0) span = 0.01f;
+            c.t = static_cast<float>(down ? Y - Y1 : X - X1) * (255.0f / span);
             ga = LookUp(c);
             break;
         }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "colour/Colour.h"
 #include "colour/Gradients.h"
 #include "core/AppState.h"
 #include "core/Boxes.h"
@@ -231,12 +232,7 @@ void Command3_Click() {
     Picture2_Paint();
 }
 
-void Combo2_GotFocus() {
-    File1.Path = App.StartDirectory;
-    File1.Refresh();
-    Combo2.Clear();
-    for (const auto& f : File1.items) Combo2.AddItem(f);
-}
+void Combo2_GotFocus() { ListProgramFiles(File1, Combo2); }
 
 void Combo2_Click() {
     std::string name = Combo2.Text();

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "colour/Colour.h"
 #include "core/AppState.h"
 #include "core/Form2.h"
 #include "core/Host.h"
@@ -108,12 +109,7 @@ void WellDragDrop(int well, uint32_t colour) {
 }
 
 namespace Form2 {
-void Combo5_GotFocus() {
-    File1.Path = App.StartDirectory;
-    File1.Refresh();
-    Combo5.Clear();
-    for (const auto& f : File1.items) Combo5.AddItem(f);
-}
+void Combo5_GotFocus() { ListProgramFiles(File1, Combo5); }
 
 void Combo5_Click() {
     std::string name = Combo5.Text();
