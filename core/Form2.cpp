@@ -42,7 +42,7 @@ PictureBox Image6(form, "Image6", 40, 40);
 PictureBox Picture8(form, "Picture8", 160, 160);
 ListBox TabBox(form, "TabBox");
 PictureBox Picture54(form, "Picture54", 200, 100);
-PictureBox Picture56(form, "Picture56", 200, 100);
+PictureBox Picture56(form, "Picture56", 126, 100);
 PictureBox Picture43(form, "Picture43", 160, 160);
 const char* const WellNames[WellCount] = {
     "Command11", "Command12", "Command13", "Command14", "Command15", "Command30", "Command39", "Command40",
