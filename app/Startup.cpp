@@ -2,6 +2,7 @@
 // on earlier ones, so the order below is the order of the program.
 #include "app/Startup.h"
 
+#include "colour/Colour.h"
 #include "core/AppState.h"
 #include "core/Boxes.h"
 #include "core/Buffers.h"
@@ -35,9 +36,14 @@ void Form_Initialize() {
     // 5. Progress over the frame.
     ShowStatus("Initializing...");
     Bar(5);
+    // 6. The gradient store with its built-in ramps.
+    StartupGradients();
+    Bar(10);
     // 7. The six mixing tables.
     App.BrushInterpolate = 1;
     BuildMixTables([](int percent) { Bar(percent); });
+    // 8. The paper, and the state of its check boxes.
+    StartupPaper();
     // 9. Settings, in the order of the store.
     ReadStartupSettings();
     Bar(90);
@@ -54,13 +60,19 @@ void Form_Initialize() {
     CreateNewDocument(false);
     DemensionRefreshBuff();
     RedisplayWindow();
-    // 14. Panel colours.
+    // 13. The default wells and gradients; missing files are silent.
+    StartupDefaultFiles();
+    // 14. Panel colours; the paper check boxes keep a light face.
     PrefsCallBack(form);
+    for (CheckBox* c : {&Check1, &Check2, &Check3}) c->BackColor = 14737632;
 }
 }  // namespace Form2
 
 namespace Kelpwick {
-void BindMenus() { BindFileMenus(); }
+void BindMenus() {
+    BindFileMenus();
+    BindColourMenus();
+}
 
 void Main(const std::string& programDir) {
     App.StartDirectory = programDir;

@@ -22,6 +22,8 @@ Plane UndoR, UndoG, UndoB;
 Plane MarqueePlane;
 Plane FadeR, FadeG, FadeB;
 Plane TempPlane;
+Plane BrushR, BrushG, BrushB, BrushA;
+int16_t BrushWidth = 0, BrushHeight = 0;
 
 namespace {
 int SizeFromText(const std::string& s) {

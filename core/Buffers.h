@@ -10,6 +10,10 @@ extern Plane UndoR, UndoG, UndoB;
 extern Plane MarqueePlane;
 extern Plane FadeR, FadeG, FadeB;
 extern Plane TempPlane;
+// The custom brush cut from the picture: planes 0..BrushWidth by 0..BrushHeight;
+// a width of 0 means there is none.
+extern Plane BrushR, BrushG, BrushB, BrushA;
+extern int16_t BrushWidth, BrushHeight;
 
 // Val of the text, rounded half to even; a failed parse gives 0.
 int BufferWidth();

@@ -157,6 +157,7 @@ std::string ComposeTitle() {
     t += App.SwapShown ? "(Swap)  " : "(Main)  ";
     if (MDIForm1::AlphaEnable.Checked) t += "(Alpha)  ";
     if (Menus::MixSwapNone.Checked) t += "(Layer mixing) ";
+    if (Form2::Check1.Value != 0 || Form2::Check2.Value != 0) t += "(Paper)  ";
     return t;
 }
 

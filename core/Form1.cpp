@@ -10,6 +10,7 @@ namespace Form1 {
 Form form("Form1", "Canvas");
 Timer Timer1(form, "Timer1", 100, [] { Timer1_Timer(); });
 Prop<uint32_t>& BackColor = form.BackColor;
+std::function<void()> ShowGradientKey, BufferFillKey, NextGradientColourKey, PrevGradientColourKey;
 
 namespace {
 struct Wiring {
@@ -42,6 +43,12 @@ void Form_KeyDown(int16_t& keyCode, int16_t /*shift*/) { App.KeyDownCode = keyCo
 
 void Form_KeyUp(int16_t& /*keyCode*/, int16_t /*shift*/) { App.KeyDownCode = 0; }
 
+namespace {
+void RunKey(const std::function<void()>& command) {
+    if (command) command();
+}
+}  // namespace
+
 void Form_KeyPress(int16_t& keyAscii) {
     // Keys are compared one after another; each fires once.
     const int16_t k = keyAscii;
@@ -49,6 +56,10 @@ void Form_KeyPress(int16_t& keyAscii) {
     if (k == 'U' || k == 'a') Redo();
     if (k == 26) RepaintUndo();
     if (k == 1) Redo();
+    if (k == 'p') RunKey(ShowGradientKey);
+    if (k == 'q') RunKey(BufferFillKey);
+    if (k == ']') RunKey(NextGradientColourKey);
+    if (k == '[') RunKey(PrevGradientColourKey);
     if (k == 'J') CopyToSwap_Click();
     if (k == 'j') swapbuffer_Click();
     if (k == 'S') SwapToAlpha_Click();

@@ -15,6 +15,12 @@ void Timer1_Timer();
 void Form_KeyDown(int16_t& keyCode, int16_t shift);
 void Form_KeyPress(int16_t& keyAscii);
 void Form_KeyUp(int16_t& keyCode, int16_t shift);
+// Key commands whose procedures live in folders the core cannot call. Each
+// folder's Bind function fills its slots at start-up; an empty slot does nothing.
+extern std::function<void()> ShowGradientKey;        // p
+extern std::function<void()> BufferFillKey;          // q
+extern std::function<void()> NextGradientColourKey;  // ]
+extern std::function<void()> PrevGradientColourKey;  // [
 // The view was scrolled or resized: a new visible part needs its screen image.
 void ViewportChanged();
 }  // namespace Form1

@@ -2,6 +2,8 @@
 #include "core/Form2.h"
 
 #include <algorithm>
+#include <memory>
+#include <vector>
 
 #include "core/AppState.h"
 #include "core/Buffers.h"
@@ -26,6 +28,43 @@ PictureBox Picture27(form, "Picture27", 96, 72);
 // Opens the layer mixing menu.
 CommandButton LayerButton(form, "LayerButton", "Layers...", [] { host().PopupMenu(Menus::Layers); });
 Label Info1(form, "Info1");
+// Paper, pickers and wells; their procedures are bound by the colour folder.
+CheckBox Check1(form, "Check1", "Bumpiness");
+CheckBox Check2(form, "Check2", "Drybrush");
+CheckBox Check3(form, "Check3", "Negative");
+Slider HScroll6(form, "HScroll6", 1, 255, 128);
+PictureBox Image1(form, "Image1", 40, 40);
+PictureBox Image2(form, "Image2", 40, 40);
+PictureBox Image3(form, "Image3", 40, 40);
+PictureBox Image4(form, "Image4", 40, 40);
+PictureBox Image5(form, "Image5", 40, 40);
+PictureBox Image6(form, "Image6", 40, 40);
+PictureBox Picture8(form, "Picture8", 160, 160);
+ListBox TabBox(form, "TabBox");
+PictureBox Picture54(form, "Picture54", 200, 100);
+PictureBox Picture56(form, "Picture56", 126, 100);
+PictureBox Picture43(form, "Picture43", 160, 160);
+const char* const WellNames[WellCount] = {
+    "Command11", "Command12", "Command13", "Command14", "Command15", "Command30", "Command39", "Command40",
+    "Command16", "Command17", "Command18", "Command19", "Command20", "Command35", "Command41", "Command42",
+    "Command5",  "Command6",  "Command7",  "Command8",  "Command9",  "Command36", "Command43", "Command44",
+    "Command10", "Command22", "Command23", "Command24", "Command25", "Command37", "Command46", "Command48",
+    "Command26", "Command27", "Command28", "Command29", "Command32", "Command38", "Command45", "Command47",
+    "Command68", "Command67", "Command66", "Command65", "Command64", "Command53", "Command50", "Command49",
+    "Command63", "Command62", "Command61", "Command60", "Command59", "Command52", "Command70", "Command72",
+    "Command58", "Command57", "Command56", "Command55", "Command54", "Command51", "Command69", "Command71"};
+namespace {
+std::vector<std::unique_ptr<WellButton>> MakeWells() {
+    std::vector<std::unique_ptr<WellButton>> wells;
+    for (const char* name : WellNames) wells.push_back(std::make_unique<WellButton>(form, name, ""));
+    return wells;
+}
+std::vector<std::unique_ptr<WellButton>> Wells = MakeWells();
+}  // namespace
+ComboBox Combo5(form, "Combo5");
+FileListBox File1(form, "File1", "*.wl");
+
+WellButton& Well(int i) { return *Wells.at(static_cast<size_t>(i)); }
 
 namespace {
 struct Wiring {
@@ -45,6 +84,24 @@ struct Wiring {
         Command1.Group = LayerButton.Group = 1;
         LayerButton.ToolTipText = "Layer mixing of the main and swap buffers";
         Shape4.Group = Shape1.Group = 2;
+        Check1.ToolTipText = "paint recievies an embossed effect";
+        Check2.ToolTipText = "Paint is applied rouphly to the paper like dry paint.";
+        Check3.ToolTipText = "inverts the paper texture.";
+        Check1.Group = Check2.Group = Check3.Group = 3;
+        HScroll6.Caption.setQuietly("Paper");
+        HScroll6.ToolTipText = "Strength of the paper texture.";
+        const char* paperTips[] = {"A watercolor paper", "Canvass", "A cold pressed rouph surface",
+                                   "Plaster like surface", "Rouph paper", "More rouph paper"};
+        PictureBox* papers[] = {&Image1, &Image2, &Image3, &Image4, &Image5, &Image6};
+        for (int i = 0; i < 6; ++i) {
+            papers[i]->ToolTipText = paperTips[i];
+            papers[i]->Group = 4;
+        }
+        Picture8.Visible.setQuietly(false);
+        for (const char* tab : {"rgb", "rgb2", "sv", "wheel"}) TabBox.items.push_back(tab);
+        TabBox.ListIndex.setQuietly(0);
+        Combo5.ToolTipText = "Load a well file.";
+        File1.Visible.setQuietly(false);
     }
 } wiring;
 }  // namespace

@@ -15,6 +15,29 @@ extern CommandButton Command1;     // clear the buffer
 extern PictureBox Picture27;       // small preview of the picture
 extern CommandButton LayerButton;  // opens the Layers menu
 
+// Paper: "Bumpiness", "Drybrush", "Negative", the strength, the six stock
+// papers and the current paper picture.
+extern CheckBox Check1, Check2, Check3;
+extern Slider HScroll6;
+extern PictureBox Image1, Image2, Image3, Image4, Image5, Image6;
+extern PictureBox Picture8;
+// The colour pickers: the tabs "rgb", "rgb2", "sv", "wheel" and their pictures.
+extern ListBox TabBox;
+extern PictureBox Picture54, Picture56, Picture43;
+
+// A colour well: a button whose face is its colour.
+class WellButton : public CommandButton {
+public:
+    using CommandButton::CommandButton;
+    Prop<uint32_t> Color{this};
+};
+// The 64 wells in the order of the well file: eight rows of eight.
+constexpr int WellCount = 64;
+extern const char* const WellNames[WellCount];
+WellButton& Well(int i);
+extern ComboBox Combo5;   // well files of the program folder
+extern FileListBox File1;  // "*.wl"
+
 void Command1_Click();
 void Picture27_Paint();
 void HScroll1_Change();

@@ -15,6 +15,8 @@ extern MenuEntry rDefault, rBitmap, prefs_Disp_15bit, Refresh_Optimised;
 // Entries whose commands live in other folders, bound at start-up.
 extern MenuEntry Open, Save;            // file/
 extern MenuEntry flip, horizontal, vertical;  // file/
+// Entries whose commands the colour folder binds.
+extern MenuEntry Buffer_Fill, win_Gradient, WPickColor, Prefs_ShowWells, SaveWells, Loadwells;
 
 bool MDIForm_QueryUnload();  // true: closing goes ahead
 void Quit_Click();
@@ -27,6 +29,7 @@ extern Form form;
 extern MenuEntry Layers;
 extern MenuEntry MixSwapNone, Mix_SwapBuffers, MixSwap_Add, MixSwapSub, MixSwapMult, MixSwapDiv,
     MixSwapScreen, MixaroundGrey;
+extern MenuEntry TBaster, Baster1, baster5, baster9;  // one checked at a time
 }  // namespace Menus
 
 // Every entry of a menu bar or popup, in table order, for the views.

@@ -42,6 +42,7 @@ MenuEntry horizontal(form, "horizontal", "Horizontal", &flip);
 MenuEntry vertical(form, "vertical", "Vertical", &flip);
 MenuEntry BufferResample(form, "BufferResample", "Resample...", &Edit, [] { BufferResample_Click(); });
 MenuEntry BufferCrop(form, "BufferCrop", "Crop to selection", &Edit, [] { BufferCrop_Click(); });
+MenuEntry Buffer_Fill(form, "Buffer_Fill", "Fill                                           q", &Edit);
 MenuEntry ImageInfo(form, "ImageInfo", "Buffer info...", &Edit, [] { ImageInfo_Click(); });
 // Filter
 MenuEntry Filter(form, "Filter", "Fi&lter", nullptr);
@@ -58,7 +59,9 @@ MenuEntry Palettes(form, "Palettes", "Panels", &Window);
 MenuEntry toolbar(form, "toolbar", "Toolbar...", &Palettes, [] { toolbar_Click(); });
 MenuEntry Magnify(form, "Magnify", "Zoom...", &Palettes, [] { Magnify_Click(); });
 MenuEntry Magnifier(form, "Magnifier", "Fat bits...", &Palettes, [] { Magnifier_Click(); });
+MenuEntry win_Gradient(form, "win_Gradient", "Fill/gradient...      p", &Palettes);
 MenuEntry Window_Info(form, "Window_Info", "Info display", &Window, [] { Window_Info_Click(); });
+MenuEntry WPickColor(form, "WPickColor", "Color picker...", &Window);
 MenuEntry Refresh(form, "Refresh", "Refresh", &Window, [] { Refresh_Click(); });
 MenuEntry UnlockInput(form, "UnlockInput", "Unlock", &Window, [] { UnlockInput_Click(); });
 // Prefs
@@ -74,6 +77,9 @@ MenuEntry MDIbackgroundBitmap(form, "MDIbackgroundBitmap", "MDI background bitma
                               [] { MDIbackgroundBitmap_Click(); });
 MenuEntry Prefs_Save(form, "Prefs_Save", "Save settings", &Prefs, [] { Prefs_Save_Click(); });
 MenuEntry Memorystuff(form, "Memorystuff", "Memory options...", &Prefs, [] { Memorystuff_Click(); });
+MenuEntry Prefs_ShowWells(form, "Prefs_ShowWells", "Show wells", &Prefs);
+MenuEntry SaveWells(form, "SaveWells", "Save wells...", &Prefs_ShowWells);
+MenuEntry Loadwells(form, "Loadwells", "Load wells...", &Prefs_ShowWells);
 // Help
 MenuEntry Help(form, "Help", "&Help", nullptr);
 MenuEntry about(form, "about", "About Project Kelpwick...", &Help, [] { about_Click(); });
@@ -139,6 +145,7 @@ void Quit_Click() {
 
 namespace Menus {
 void MixPick(MenuEntry& chosen);
+void BasterPick(MenuEntry& chosen);
 
 Form form("Menus", "Menus");
 MenuEntry Layers(form, "Layers", "Layers", nullptr);
@@ -154,11 +161,24 @@ MenuEntry MixSwapDiv(form, "MixSwapDiv", "Divide", &Layers, [] { MixPick(MixSwap
 MenuEntry MixSwapScreen(form, "MixSwapScreen", "Screen", &Layers, [] { MixPick(MixSwapScreen); });
 MenuEntry MixaroundGrey(form, "MixaroundGrey", "Around grey", &Layers, [] { MixPick(MixaroundGrey); });
 
+// The size of the colour baster, opened on the baster tool.
+MenuEntry TBaster(form, "TBaster", "TBaster", nullptr);
+MenuEntry Baster1(form, "Baster1", "1 pixel", &TBaster, [] { BasterPick(Baster1); });
+MenuEntry baster5(form, "baster5", "9 pixel", &TBaster, [] { BasterPick(baster5); });
+MenuEntry baster9(form, "baster9", "25 pixel", &TBaster, [] { BasterPick(baster9); });
+
 namespace {
 struct Wiring {
-    Wiring() { MixSwap_Add.Checked.setQuietly(true); }
+    Wiring() {
+        MixSwap_Add.Checked.setQuietly(true);
+        Baster1.Checked.setQuietly(true);
+    }
 } wiring;
 }  // namespace
+
+void BasterPick(MenuEntry& chosen) {
+    for (MenuEntry* e : {&Baster1, &baster5, &baster9}) e->Checked = e == &chosen;
+}
 
 void MixPick(MenuEntry& chosen) {
     for (MenuEntry* e : {&MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen, &MixaroundGrey})

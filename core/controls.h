@@ -231,7 +231,7 @@ struct Form : PropOwner {
     bool Loaded = false;
     bool Modal = false;
     std::vector<Control*> controls;
-    std::function<void()> Load, Unload, Paint, Resize, Activate, Deactivate, Click;
+    std::function<void()> Load, Unload, Paint, Resize, Activate, Deactivate, Click, DblClick;
     // Keys: panels forward these to the canvas.
     std::function<void(int16_t& keyAscii)> KeyPress;
     std::function<void(int16_t& keyCode, int16_t shift)> KeyDown, KeyUp;

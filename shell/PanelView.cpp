@@ -22,6 +22,7 @@
 #include "core/Guard.h"
 #include "core/controls.h"
 #include "shell/Convert.h"
+#include "shell/ControlWidgets.h"
 
 namespace {
 // A picture box: the model's pixels, scaled to fit, with its text line centred.
@@ -48,11 +49,25 @@ protected:
         }
     }
     void mousePressEvent(QMouseEvent* e) override {
-        if (!m_.MouseDown) return;
+        int button = e->button() == Qt::RightButton ? 2 : 1;
+        send(m_.MouseDown, button, e);
+    }
+    // Moves arrive while a button is held, with the held button.
+    void mouseMoveEvent(QMouseEvent* e) override {
+        int button = (e->buttons() & Qt::LeftButton) ? 1 : (e->buttons() & Qt::RightButton) ? 2 : 0;
+        send(m_.MouseMove, button, e);
+    }
+    void mouseReleaseEvent(QMouseEvent* e) override {
+        int button = e->button() == Qt::RightButton ? 2 : 1;
+        send(m_.MouseUp, button, e);
+    }
+
+private:
+    void send(const std::function<void(int, int, float, float)>& handler, int button, QMouseEvent* e) {
+        if (!handler) return;
         float x = static_cast<float>(e->position().x() * m_.Width / std::max(1, width()));
         float y = static_cast<float>(e->position().y() * m_.Height / std::max(1, height()));
-        int button = e->button() == Qt::RightButton ? 2 : 1;
-        Guarded([&] { m_.MouseDown(button, 0, x, y); });
+        Guarded([&] { handler(button, 0, x, y); });
     }
 
 private:
@@ -149,8 +164,15 @@ void PanelView::applyForm() {
     update();
 }
 
-QWidget* PanelView::buildControl(Control& c) {
+QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
     QWidget* w = nullptr;
+    if (allowCustom) {
+        if (const ControlWidgetFactory* make = FindControlWidget(form_.Name, c.Name)) {
+            w = (*make)(c, *this);
+            if (w && !c.ToolTipText.empty()) w->setToolTip(Q(c.ToolTipText));
+            return w;
+        }
+    }
     switch (c.Kind) {
         case ControlKind::Label:
         case ControlKind::Frame: {
@@ -340,6 +362,11 @@ void PanelView::changeEvent(QEvent* e) {
 void PanelView::mousePressEvent(QMouseEvent* e) {
     if (form_.Click) Guarded([&] { form_.Click(); });
     QWidget::mousePressEvent(e);
+}
+
+void PanelView::mouseDoubleClickEvent(QMouseEvent* e) {
+    if (form_.DblClick) Guarded([&] { form_.DblClick(); });
+    QWidget::mouseDoubleClickEvent(e);
 }
 
 void PanelView::keyPressEvent(QKeyEvent* e) {

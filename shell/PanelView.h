@@ -14,6 +14,9 @@ public:
     PanelView(Form& form, QWidget* parent);
     ~PanelView() override;
     Form& form() { return form_; }
+    // The widget of one control: a hand-written one registered for it (which may
+    // be nullptr when another widget draws the control), or the generic one.
+    QWidget* buildControl(Control& c, bool allowCustom = true);
     // Set while the panel is shown modally: hiding the form ends the loop.
     QPointer<QEventLoop> modalLoop;
 
@@ -22,10 +25,10 @@ protected:
     void closeEvent(QCloseEvent* e) override;
     void changeEvent(QEvent* e) override;
     void mousePressEvent(QMouseEvent* e) override;
+    void mouseDoubleClickEvent(QMouseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
 
 private:
-    QWidget* buildControl(Control& c);
     void applyForm();
     Form& form_;
 };

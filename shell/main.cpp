@@ -11,6 +11,7 @@
 #include "core/Guard.h"
 #include "core/MDIForm1.h"
 #include "core/controls.h"
+#include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
 #include "shell/Keys.h"
 #include "shell/MainWindow.h"
@@ -42,6 +43,7 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
 
     Kelpwick::BindMenus();  // the menu bar shows only entries that have a command
+    RegisterControlWidgets();
     MainWindow main;
     QtHost host(&main);
     SetHost(&host);

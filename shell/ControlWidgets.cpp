@@ -1,0 +1,71 @@
+// The registry of hand-written control widgets, the tab row, and the colour
+// carried by drag and drop.
+#include "shell/ControlWidgets.h"
+
+#include <QMimeData>
+#include <QPointer>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <map>
+
+#include "core/Guard.h"
+#include "core/controls.h"
+#include "shell/Convert.h"
+
+namespace {
+std::map<std::pair<std::string, std::string>, ControlWidgetFactory>& Registry() {
+    static std::map<std::pair<std::string, std::string>, ControlWidgetFactory> r;
+    return r;
+}
+constexpr const char* ColourMime = "application/x-kelpwick-colour";
+}  // namespace
+
+void RegisterControlWidget(const std::string& form, const std::string& control, ControlWidgetFactory make) {
+    Registry()[{form, control}] = std::move(make);
+}
+
+const ControlWidgetFactory* FindControlWidget(const std::string& form, const std::string& control) {
+    auto it = Registry().find({form, control});
+    return it == Registry().end() ? nullptr : &it->second;
+}
+
+void RegisterControlWidgets() {
+    RegisterWellsView();
+    RegisterGradientView();
+    RegisterPickerView();
+}
+
+QWidget* MakeTabBar(ListBox& m, QWidget* parent) {
+    auto* bar = new QTabBar(parent);
+    bar->setExpanding(false);
+    bar->setDrawBase(false);
+    for (const auto& item : m.items) bar->addTab(Q(item));
+    QObject::connect(bar, &QTabBar::currentChanged, bar, [&m](int i) { Guarded([&] { m.ListIndex = i; }); });
+    QPointer<QTabBar> guard(bar);
+    m.viewHook = [guard, &m] {
+        if (!guard) return;
+        QSignalBlocker block(guard);
+        guard->setCurrentIndex(m.ListIndex);
+        guard->setVisible(m.Visible);
+    };
+    m.viewHook();
+    return bar;
+}
+
+QMimeData* ColourMimeData(uint32_t colour) {
+    auto* data = new QMimeData;
+    data->setData(ColourMime, QByteArray::number(colour & 0xFFFFFF));
+    data->setColorData(QColorOf(colour));
+    return data;
+}
+
+std::optional<uint32_t> ColourFromMimeData(const QMimeData* data) {
+    if (!data) return std::nullopt;
+    if (data->hasFormat(ColourMime)) {
+        bool ok = false;
+        uint32_t c = data->data(ColourMime).toUInt(&ok);
+        if (ok) return c & 0xFFFFFF;
+    }
+    if (data->hasColor()) return BgrOf(data->colorData().value<QColor>());
+    return std::nullopt;
+}
