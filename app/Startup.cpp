@@ -2,6 +2,8 @@
 // on earlier ones, so the order below is the order of the program.
 #include "app/Startup.h"
 
+#include "brush/Brush.h"
+#include "canvas/CanvasInput.h"
 #include "colour/Colour.h"
 #include "core/AppState.h"
 #include "core/Boxes.h"
@@ -22,6 +24,8 @@ void Form_Initialize() {
     App.SwapShown = 0;
     App.PickerDragValue = 255;
     App.AlphaOff = 255;
+    // 3. The brush palette and the first brush.
+    StartupBrushes();
     // 4. Colour picker marks, gradient and fill defaults, warp strength, tab colours.
     App.PickerRedMark = 255;
     App.PickerGreenMark = 65280;
@@ -72,6 +76,8 @@ namespace Kelpwick {
 void BindMenus() {
     BindFileMenus();
     BindColourMenus();
+    BindBrushMenus();
+    BindCanvasMenus();
 }
 
 void Main(const std::string& programDir) {

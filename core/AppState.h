@@ -34,6 +34,20 @@ struct AppState {
     std::string StartDirectory;  // base of every relative file name of the program
     uint32_t TabColors[4] = {0xE0E0E0, 0x808080, 0xE0E0E0, 0xFFFFFF};
     uint8_t NoTitle = 0;  // non-zero: RedisplayWindow leaves the title alone
+
+    // The canvas handlers' state: presses, rubber bands, clone points.
+    float DragStartX = -1.0f, DragStartY = -1.0f;  // press of the box tools, window pixels
+    uint8_t LineActive = 0;                        // 255 between press and release of the line tools
+    int16_t LineStartX = 0, LineStartY = 0;
+    int16_t LassoActive = 0, LassoCount = 0;
+    int16_t CtrlDragX = 0, CtrlDragY = 0;  // last position of a ctrl drag
+    float CtrlDragTime = 0;                // seconds of its last step
+    int16_t CloneSourceX = 0, CloneSourceY = 0, CloneDestX = 0, CloneDestY = 0;
+    int16_t StrokeX = 0, StrokeY = 0;  // press position rounded
+    uint8_t MarqueeWasOn = 0;          // Timer1 at the press, restored at the release
+    int16_t CustomBrushOn = 0;         // -1 while a custom brush is the current brush
+    int32_t ParticlesOn = 0, BristlesOn = 0;
+    int16_t LastParticleX = 0, LastParticleY = 0, LastBristleX = 0, LastBristleY = 0;
 };
 
 extern AppState App;

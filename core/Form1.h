@@ -6,6 +6,13 @@
 namespace Form1 {
 extern Form form;
 extern Timer Timer1;  // marches the marquee
+// Overlay feedback drawn over the picture; none of them touches the planes.
+// Positions are window pixels of the zoomed picture.
+extern Shape Brush_bounds;       // the custom brush's box following the cursor
+extern LineControl Line1, Line2;  // crosshair through the cursor
+extern LineControl Line3;         // the rubber line
+extern Shape Shape1;              // the rubber rectangle or ellipse
+extern Shape CloneCross;          // the clone source mark of a shift-click (centre = Left, Top)
 extern Prop<uint32_t>& BackColor;
 
 void Form_Load();
@@ -21,6 +28,9 @@ extern std::function<void()> ShowGradientKey;        // p
 extern std::function<void()> BufferFillKey;          // q
 extern std::function<void()> NextGradientColourKey;  // ]
 extern std::function<void()> PrevGradientColourKey;  // [
+extern std::function<void()> ClearAllGadsKey;        // Esc
+extern std::function<void()> BrushOptionsKey;        // o
+extern std::function<void(int dx, int dy)> NudgeAlphaKey;  // shift + arrows
 // The view was scrolled or resized: a new visible part needs its screen image.
 void ViewportChanged();
 }  // namespace Form1

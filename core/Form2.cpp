@@ -2,6 +2,7 @@
 #include "core/Form2.h"
 
 #include <algorithm>
+#include <cctype>
 #include <memory>
 #include <vector>
 
@@ -16,13 +17,41 @@
 
 namespace Form2 {
 Form form("Form2", "Tools");
+OptionButton Option1(form, "Option1", "Brush", 1, true);
+OptionButton Option2(form, "Option2", "Rect", 1);
+OptionButton Option3(form, "Option3", "Ellipse", 1);
+OptionButton Option4(form, "Option4", "Fill", 1);
+OptionButton Option6(form, "Option6", "Baster", 1);
+OptionButton Option13(form, "Option13", "Lasso", 1);
+OptionButton Option14(form, "Option14", "Rect alpha", 1);
+OptionButton Option15(form, "Option15", "Ellipse alpha", 1);
+OptionButton Option16(form, "Option16", "Wand", 1);
+OptionButton Option17(form, "Option17", "Curve", 1);
+OptionButton Option18(form, "Option18", "Line", 1);
+OptionButton Option19(form, "Option19", "Text", 1);
+OptionButton Option20(form, "Option20", "Cut brush", 1);
+PictureBox Picture1(form, "Picture1", 38, 38);
+const char* const StockBrushNames[StockBrushCount] = {
+    "Picture33", "Picture41", "Picture10", "Picture11", "Picture12", "Picture14", "Picture13",
+    "Picture15", "Picture16", "Picture17", "Picture19", "Picture20", "Picture21", "Picture22",
+    "Picture24", "Picture25", "Picture26", "Picture39", "Picture40", "Picture45"};
+namespace {
+std::vector<std::unique_ptr<PictureBox>> MakeStockBrushes() {
+    std::vector<std::unique_ptr<PictureBox>> pictures;
+    for (const char* name : StockBrushNames) pictures.push_back(std::make_unique<PictureBox>(form, name, 35, 35));
+    return pictures;
+}
+std::vector<std::unique_ptr<PictureBox>> StockBrushes = MakeStockBrushes();
+}  // namespace
+Slider HScroll5(form, "HScroll5", 1, 68, 20);
 Shape Shape4(form, "Shape4");
 Shape Shape1(form, "Shape1");
 Slider HScroll1(form, "HScroll1", 0, 255, 0, [] { HScroll1_Change(); });
 Slider hscroll2(form, "hscroll2", 0, 255, 0, [] { HScroll1_Change(); });
 Slider hscroll3(form, "hscroll3", 0, 255, 0, [] { HScroll1_Change(); });
 Slider HScroll4(form, "HScroll4", 0, 255, 255);
-Slider slider1(form, "slider1", 0, 100, 2);
+Slider slider1(form, "slider1", 0, 64, 2);
+ComboBox Combo4(form, "Combo4", [] { Combo4_Click(); });
 CommandButton Command1(form, "Command1", "Clear", [] { Command1_Click(); });
 PictureBox Picture27(form, "Picture27", 96, 72);
 // Opens the layer mixing menu.
@@ -65,10 +94,45 @@ ComboBox Combo5(form, "Combo5");
 FileListBox File1(form, "File1", "*.wl");
 
 WellButton& Well(int i) { return *Wells.at(static_cast<size_t>(i)); }
+PictureBox& StockBrush(int i) { return *StockBrushes.at(static_cast<size_t>(i)); }
 
 namespace {
 struct Wiring {
     Wiring() {
+        const std::pair<OptionButton*, const char*> tools[] = {
+            {&Option1, "Natural paint tools.  Right click for presets.  Keyboard d"},
+            {&Option2, "Upper left, unfilled rectangle.  Lower right, filled rectangle.  Right click for settings.  Keyboard r/R"},
+            {&Option3, "Upper left, unfilled ellipse.  Lower right, filled ellipse.  Right click for settings"},
+            {&Option4, "Flood fill..  Right click for settings."},
+            {&Option6, "The turkey baster.  Used to select colors in the buffer.  Keyboard."},
+            {&Option13, "Lasso to alpha.  Yee-haw!"},
+            {&Option14, "Rectangle to Alpha.  Alt to add or subtract."},
+            {&Option15, "Ellipse to Alpha.  Alt to add or subtract."},
+            {&Option16, "Magic wand.  Right click for settings.  Alt for add or subtract."},
+            {&Option17, "The curve tool."},
+            {&Option18, "Linear tool.  Right click for tools.  Keyboard v"},
+            {&Option19, "Text.  Right click for options."},
+            {&Option20, "Custom brush selector tool.  Right click for options.  Keyboard  'b'"}};
+        for (auto [tool, tip] : tools) {
+            tool->ToolTipText = tip;
+            tool->Group = 10;
+            // A tool shows once its work is in the program.
+            tool->Visible.setQuietly(tool == &Option1 || tool == &Option6);
+        }
+        Option2.Tag = Option3.Tag = "unfilled";
+        Picture1.ToolTipText = "Current brush.  Left click for more brushes.  Right click for options";
+        Picture1.Cls(0xFFFFFF);
+        for (int i = 0; i < StockBrushCount; ++i) {
+            StockBrush(i).Visible.setQuietly(false);
+            StockBrush(i).Group = 20 + i / 5;  // the palette in rows of five
+        }
+        HScroll5.Caption.setQuietly("Size");
+        HScroll5.ToolTipText = "Size of the natural brush";
+        for (const char* mode : {"Default", "Additive", "Subtractative", "Multiply", "Divide", "Screen", "Around grey",
+                                 "Rubthrough", "Panto", "Smear", "Pattern", "Offset pattern"})
+            Combo4.items.push_back(mode);
+        Combo4.ListIndex.setQuietly(0);
+        Combo4.ToolTipText = "Painting mode";
         Shape4.Caption.setQuietly("Primary");
         Shape4.FillColor.setQuietly(0x000000);
         Shape1.Caption.setQuietly("Secondary");
@@ -107,6 +171,17 @@ struct Wiring {
 }  // namespace
 
 uint32_t PrimaryColour() { return Shape4.FillColor; }
+
+void Combo4_Click() {
+    // The text is compared, not the position: the stored number is not the list position.
+    std::string t = Combo4.Text();
+    std::transform(t.begin(), t.end(), t.begin(), [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    static const std::pair<const char*, uint8_t> modes[] = {
+        {"DEFAULT", 0}, {"ADDITIVE", 1}, {"SUBTRACTATIVE", 2}, {"MULTIPLY", 3}, {"RUBTHROUGH", 4}, {"PANTO", 5},
+        {"SMEAR", 6},   {"PATTERN", 7},  {"OFFSET PATTERN", 8}, {"DIVIDE", 9},  {"SCREEN", 10}, {"AROUND GREY", 11}};
+    for (auto [literal, mode] : modes)
+        if (t == literal) App.PaintMode = mode;
+}
 uint32_t SecondaryColour() { return Shape1.FillColor; }
 
 void HScroll1_Change() { Shape4.FillColor = vb::RGB(HScroll1.Value, hscroll2.Value, hscroll3.Value); }
@@ -143,15 +218,10 @@ void Picture27_Paint() {
 
 namespace {
 std::string PaintModeText, FillModeText = "Default", BrushModeText = "Color";
-const char* PaintModeName(int m) {
-    static const char* names[] = {"Default", "Additive", "Subtractative", "Multiply", "Rubthrough", "Panto",
-                                  "Smear", "Pattern", "Offset pattern", "Divide", "Screen", "Around grey"};
-    return m >= 0 && m < 12 ? names[m] : "";
-}
 }  // namespace
 
 void GetCurrentInfo() {
-    PaintModeText = PaintModeName(App.PaintMode);
+    PaintModeText = Form2::Combo4.Text();
     static const char* fills[] = {"Default", "Add", "Subtract", "Multiply", nullptr, "Divide", "Screen", "Rubthrough"};
     if (App.FillMode < 8 && fills[App.FillMode]) FillModeText = fills[App.FillMode];  // 4 keeps the last text
 }

@@ -5,6 +5,17 @@
 
 namespace Form2 {
 extern Form form;
+// The tools: whichever button is down is the tool (one option group).
+extern OptionButton Option1, Option2, Option3, Option4, Option6, Option13, Option14, Option15, Option16,
+    Option17, Option18, Option19, Option20;
+// The current brush picture and the palette of stock brush pictures (hidden
+// until the current brush is clicked).
+extern PictureBox Picture1;
+constexpr int StockBrushCount = 20;
+extern const char* const StockBrushNames[StockBrushCount];
+PictureBox& StockBrush(int i);
+extern Slider HScroll5;            // "Size of the natural brush"
+extern ComboBox Combo4;            // painting modes
 extern Shape Shape4;               // primary colour (FillColor, 0x00BBGGRR)
 extern Shape Shape1;               // secondary colour
 extern Slider HScroll1, hscroll2, hscroll3;  // primary red, green, blue
@@ -39,6 +50,7 @@ extern ComboBox Combo5;   // well files of the program folder
 extern FileListBox File1;  // "*.wl"
 
 void Command1_Click();
+void Combo4_Click();
 void Picture27_Paint();
 void HScroll1_Change();
 uint32_t PrimaryColour();

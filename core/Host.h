@@ -44,6 +44,8 @@ public:
     virtual CanvasSurface GetCanvasSurface() = 0;
     virtual void SetCanvasWindowSize(int width, int height) = 0;
     virtual void CanvasImageChanged(int left, int top, int right, int bottom) = 0;
+    // True while the canvas is the active window of the frame.
+    virtual bool CanvasIsActive() { return true; }
 
     // Common dialogs: empty / nullopt when cancelled.
     virtual std::optional<std::string> OpenFileDialog(FileDialogSpec& spec) = 0;

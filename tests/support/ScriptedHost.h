@@ -36,6 +36,9 @@ public:
     std::optional<CanvasSurface> surface;  // fixed surface; otherwise the canvas window, capped
     int canvasWidth = 0, canvasHeight = 0;
     int imageChanges = 0;
+    struct ChangedRect { int left, top, right, bottom; };
+    std::vector<ChangedRect> changedRects;  // every repaint of the screen image, in order
+    bool canvasActive = true;
     double clock = 0;
 
     void ShowForm(Form& f, bool modal, Form* owner) override;
@@ -47,7 +50,11 @@ public:
         canvasWidth = w;
         canvasHeight = h;
     }
-    void CanvasImageChanged(int, int, int, int) override { ++imageChanges; }
+    void CanvasImageChanged(int l, int t, int r, int b) override {
+        ++imageChanges;
+        changedRects.push_back({l, t, r, b});
+    }
+    bool CanvasIsActive() override { return canvasActive; }
     std::optional<std::string> OpenFileDialog(FileDialogSpec& spec) override;
     std::optional<std::string> SaveFileDialog(FileDialogSpec& spec) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;

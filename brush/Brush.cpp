@@ -1,0 +1,89 @@
+// The brush folder's bindings: the current brush and its palette, the size
+// slider, the brush options panel and the keys that reach them.
+#include "brush/Brush.h"
+
+#include "brush/BrushMask.h"
+#include "brush/BrushOptions.h"
+#include "brush/StockBrushes.h"
+#include "core/AppState.h"
+#include "core/Form1.h"
+#include "core/Form2.h"
+#include "core/Host.h"
+#include "core/vb.h"
+
+int16_t ClearedBrushSize = 0;
+
+namespace {
+void ShowPalette(bool on) {
+    for (int i = 0; i < Form2::StockBrushCount; ++i) Form2::StockBrush(i).Visible = on;
+}
+
+void PaintPaletteEntry(int i) {
+    PictureBox& p = Form2::StockBrush(i);
+    std::vector<uint8_t> grey = MakeStockBrush(i);
+    for (int y = 0; y < p.Height && y < StockBrushSide; ++y)
+        for (int x = 0; x < p.Width && x < StockBrushSide; ++x) {
+            uint8_t g = grey[static_cast<size_t>(y * StockBrushSide + x)];
+            p.PSet(x, y, vb::RGB(g, g, g));
+        }
+    p.Refresh();
+}
+
+void ShowBrushOptions() { Show(BrushOptions::form); }
+}  // namespace
+
+void PickStockBrush(int i) {
+    if (i < 0 || i >= Form2::StockBrushCount) return;
+    SetBrushPicture(MakeStockBrush(i), StockBrushSide);
+    App.CustomBrushOn = 0;  // the custom brush's planes stay, so it can come back
+    ShowPalette(false);
+    Picture1_Paint();
+}
+
+void ClearAllGads() {
+    ClearedBrushSize = static_cast<int16_t>(Form2::HScroll5.Value);
+    BrushOptions::Option1.Value = true;
+    for (Slider* s : {&BrushOptions::Hscroll1, &BrushOptions::Hscroll4, &BrushOptions::Hscroll3,
+                      &BrushOptions::Hscroll2, &BrushOptions::hscroll6, &BrushOptions::Hscroll7,
+                      &BrushOptions::Hscroll5, &BrushOptions::Hscroll8, &BrushOptions::hscroll9})
+        s->Value = 0;
+    BrushOptions::Check1.Value = 0;
+    Form2::Check1.Value = 0;
+    Form2::Check2.Value = 0;
+    Form2::Check3.Value = 0;
+    if (Form2::Combo4.ListIndex != 0) Form2::Combo4.ListIndex = 0;  // "Default": its click runs
+    else Form2::Combo4_Click();
+}
+
+namespace Form2 {
+void Picture1_MouseDown(int button, int, float, float) {
+    if (button == 2) {
+        ShowBrushOptions();
+        return;
+    }
+    ShowPalette(!StockBrush(0).Visible);
+}
+
+void HScroll5_Change() { Picture1_Paint(); }
+}  // namespace Form2
+
+void BindBrushMenus() {
+    Form2::Picture1.Paint = Picture1_Paint;
+    Form2::Picture1.MouseDown = Form2::Picture1_MouseDown;
+    Form2::HScroll5.Change = Form2::HScroll5_Change;
+    for (int i = 0; i < Form2::StockBrushCount; ++i)
+        Form2::StockBrush(i).MouseDown = [i](int, int, float, float) { PickStockBrush(i); };
+    for (OptionButton* o : {&BrushOptions::Option1, &BrushOptions::Option2, &BrushOptions::Option3})
+        o->Click = Picture1_Paint;
+    BrushOptions::form.KeyPress = [](int16_t& k) { Form1::Form_KeyPress(k); };
+    BrushOptions::form.KeyDown = [](int16_t& k, int16_t s) { Form1::Form_KeyDown(k, s); };
+    BrushOptions::form.KeyUp = [](int16_t& k, int16_t s) { Form1::Form_KeyUp(k, s); };
+    Form1::ClearAllGadsKey = ClearAllGads;
+    Form1::BrushOptionsKey = ShowBrushOptions;
+}
+
+void StartupBrushes() {
+    for (int i = 0; i < Form2::StockBrushCount; ++i) PaintPaletteEntry(i);
+    SetBrushPicture(MakeStockBrush(0), StockBrushSide);  // the hard disc
+    Picture1_Paint();
+}

@@ -1,0 +1,399 @@
+// Natural brush kernels. See BrushKernels.h for the conventions.
+#include "native/BrushKernels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace kwbrush {
+namespace {
+
+// Round to nearest even in the default rounding mode, without a library call.
+inline int RoundF(float v) {
+#if defined(__SSE2__)
+    return _mm_cvtss_si32(_mm_set_ss(v));
+#else
+    return static_cast<int>(std::nearbyint(v));
+#endif
+}
+
+inline int Clamp255(int v) { return v < 0 ? 0 : (v > 255 ? 255 : v); }
+
+// m / 255 for every mask value, so the per-pixel loop does not divide.
+struct Weights {
+    float w[256];
+    Weights() {
+        for (int m = 0; m < 256; ++m) w[m] = static_cast<float>(m) / 255.0f;
+    }
+};
+const Weights kWeights;
+
+}  // namespace
+
+// ---- Mask building
+
+void PlotMask(const uint8_t* picture, float o, float s, uint8_t* display) {
+    std::memset(display, 255, MaskCells);
+    for (int u = 0; u < MaskSide; ++u) {
+        const int x = RoundF(o + static_cast<float>(u) * s);
+        for (int v = 0; v < MaskSide; ++v) {
+            const int y = RoundF(o + static_cast<float>(v) * s);
+            if (x < 0 || y < 0 || x >= MaskSide || y >= MaskSide) continue;
+            display[x + y * MaskSide] = picture[u + v * MaskSide];
+        }
+    }
+}
+
+void StretchPicture(const uint8_t* picture, int srcSide, int at, int side, uint8_t* work) {
+    std::memset(work, 255, static_cast<size_t>(WorkSide) * WorkSide);
+    if (side <= 0 || srcSide <= 0) return;
+    for (int j = 0; j < side; ++j) {
+        const int y = at + j;
+        if (y < 0 || y >= WorkSide) continue;
+        int v0 = j * srcSide / side, v1 = (j + 1) * srcSide / side;
+        if (v1 <= v0) v1 = v0 + 1;
+        for (int i = 0; i < side; ++i) {
+            const int x = at + i;
+            if (x < 0 || x >= WorkSide) continue;
+            int u0 = i * srcSide / side, u1 = (i + 1) * srcSide / side;
+            if (u1 <= u0) u1 = u0 + 1;
+            uint8_t darkest = 255;
+            for (int v = v0; v < v1; ++v)
+                for (int u = u0; u < u1; ++u) darkest = std::min(darkest, picture[u + v * MaskSide]);
+            work[x + y * WorkSide] = darkest;
+        }
+    }
+}
+
+void AverageTaps(const uint8_t* work, int taps, uint8_t* display) {
+    std::memset(display, 255, MaskCells);
+    auto at = [work](int x, int y) { return static_cast<int>(work[x + y * WorkSide]); };
+    for (int a = 0; a <= 36; ++a)
+        for (int b = 0; b <= 36; ++b) {
+            const int x = 3 * a, y = 3 * b;
+            int sum;
+            if (taps == 5) {
+                sum = at(x, y) + at(x, y + 1) + at(x + 1, y) + at(x + 1, y + 1) + at(x + 1, y + 2);
+            } else {
+                sum = 0;
+                for (int dy = 0; dy < 3; ++dy)
+                    for (int dx = 0; dx < 3; ++dx) sum += at(x + dx, y + dy);
+            }
+            display[a + b * MaskSide] = static_cast<uint8_t>(RoundF(static_cast<float>(sum) / static_cast<float>(taps)));
+        }
+}
+
+void BuildMask(const uint8_t* picture, int size, AntiAlias aa, uint8_t* mask, uint8_t* work) {
+    const float o = static_cast<float>(68 - size) / 4.0f, s = static_cast<float>(size) / 68.0f;
+    if (aa == AntiAlias::None) {
+        PlotMask(picture, o, s, mask);
+        return;
+    }
+    StretchPicture(picture, 36, RoundF(3 * o), RoundF(108 * s), work);
+    AverageTaps(work, aa == AntiAlias::FiveTap ? 5 : 9, mask);
+}
+
+void ScaleRotate(const uint8_t* mask, int32_t angle, float scale, int smooth, uint8_t* xform, uint8_t* fine) {
+    if (scale < 0.0001f) scale = 0.0001f;
+    const float rad = static_cast<float>(angle) * 0.017453292f;
+    float cs = std::cos(rad) / scale, sn = std::sin(rad) / scale;
+    float ru = 18 - (cs * 18 - sn * 18), rv = 18 - (cs * 18 + sn * 18);
+    auto sample = [mask](float u, float v) -> uint8_t {
+        if (u >= 0 && u <= 37 && v >= 0 && v <= 37) return mask[RoundF(u) + RoundF(v) * MaskSide];
+        return 255;
+    };
+    if (smooth == 0) {
+        for (int row = 0; row < MaskSide; ++row) {
+            ru -= sn;
+            rv += cs;
+            float u = ru, v = rv;
+            for (int col = 0; col < MaskSide; ++col) {
+                u += cs;
+                v += sn;
+                xform[col + row * MaskSide] = sample(u, v);
+            }
+        }
+        return;
+    }
+    // Half steps over a grid twice as fine, then the mean of each 2 x 2 block.
+    cs /= 2;
+    sn /= 2;
+    for (int row = 0; row < FineSide; ++row) {
+        ru -= sn;
+        rv += cs;
+        float u = ru, v = rv;
+        for (int col = 0; col < FineSide; ++col) {
+            u += cs;
+            v += sn;
+            fine[col + row * FineSide] = sample(u, v);
+        }
+    }
+    for (int b = 0; b <= 36; ++b)
+        for (int a = 0; a <= 36; ++a) {
+            const uint8_t* f = fine + 2 * a + 2 * b * FineSide;
+            const int sum = f[0] + f[1] + f[FineSide] + f[FineSide + 1];
+            xform[a + b * MaskSide] = static_cast<uint8_t>(RoundF(static_cast<float>(sum) / 4.0f));
+        }
+}
+
+// ---- The fast dab
+
+namespace {
+// One row of the dab, clipped: n pixels from plane offset `at`, mask from m.
+struct RowSpan {
+    size_t at;
+    const uint8_t* m;
+    int n;
+};
+
+template <typename RowFn>
+void ForEachClippedRow(const DabTarget& t, const uint8_t* mask, const DabBox& box, RowFn row) {
+    const int c0 = std::max(box.col0, 0), c1 = std::min(box.col1, t.W);
+    if (c0 > c1 || box.maskStart < 0) return;
+    const int mx = box.maskStart + (c0 - box.col0);
+    const int n = std::min(c1 - c0 + 1, MaskSide - mx);
+    if (n <= 0) return;
+    for (int y = box.row0, my = box.maskStart; y <= box.row1 && my < MaskSide; ++y, ++my) {
+        if (y < 0 || y > t.H) continue;
+        row(RowSpan{static_cast<size_t>(y) * t.stride + static_cast<size_t>(c0), mask + mx + my * MaskSide, n});
+    }
+}
+
+inline void FastPixel(uint8_t* r, uint8_t* g, uint8_t* b, uint8_t m, float t, float fr, float fg, float fb) {
+    const float k = 1.0f - (1.0f - (1.0f - kWeights.w[m]) * t);
+    const float ik = 1.0f - k;
+    *r = static_cast<uint8_t>(Clamp255(RoundF(static_cast<float>(*r) * ik + fr * k)));
+    *g = static_cast<uint8_t>(Clamp255(RoundF(static_cast<float>(*g) * ik + fg * k)));
+    *b = static_cast<uint8_t>(Clamp255(RoundF(static_cast<float>(*b) * ik + fb * k)));
+}
+
+float FastShare(int opacity) { return static_cast<float>(std::max(opacity, 0)) / 255.0f; }
+}  // namespace
+
+void DabFastScalar(const DabTarget& t, const uint8_t* mask, const DabBox& box, int colR, int colG, int colB,
+                   int opacity) {
+    const float share = FastShare(opacity);
+    const float fr = static_cast<float>(colR), fg = static_cast<float>(colG), fb = static_cast<float>(colB);
+    ForEachClippedRow(t, mask, box, [&](const RowSpan& s) {
+        for (int i = 0; i < s.n; ++i)
+            if (s.m[i] < 255) FastPixel(t.r + s.at + i, t.g + s.at + i, t.b + s.at + i, s.m[i], share, fr, fg, fb);
+    });
+}
+
+#if defined(__SSE2__)
+namespace {
+// Sixteen pixels of one channel: old bytes in, blended bytes out. A mask value
+// of 255 gives k = 0 and so the old byte exactly: no test is needed.
+inline __m128i BlendChannel16(__m128i old, const __m128 k[4], const __m128 ik[4], __m128 colour) {
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i lo = _mm_unpacklo_epi8(old, zero), hi = _mm_unpackhi_epi8(old, zero);
+    const __m128i q[4] = {_mm_unpacklo_epi16(lo, zero), _mm_unpackhi_epi16(lo, zero), _mm_unpacklo_epi16(hi, zero),
+                          _mm_unpackhi_epi16(hi, zero)};
+    __m128i out[4];
+    for (int j = 0; j < 4; ++j) {
+        const __m128 v = _mm_add_ps(_mm_mul_ps(_mm_cvtepi32_ps(q[j]), ik[j]), _mm_mul_ps(colour, k[j]));
+        out[j] = _mm_cvtps_epi32(v);  // nearest even, as RoundF
+    }
+    return _mm_packus_epi16(_mm_packs_epi32(out[0], out[1]), _mm_packs_epi32(out[2], out[3]));
+}
+}  // namespace
+
+void DabFastVector(const DabTarget& t, const uint8_t* mask, const DabBox& box, int colR, int colG, int colB,
+                   int opacity) {
+    const float share = FastShare(opacity);
+    const float fr = static_cast<float>(colR), fg = static_cast<float>(colG), fb = static_cast<float>(colB);
+    const __m128 one = _mm_set1_ps(1.0f), v255 = _mm_set1_ps(255.0f), vt = _mm_set1_ps(share);
+    const __m128 cr = _mm_set1_ps(fr), cg = _mm_set1_ps(fg), cb = _mm_set1_ps(fb);
+    const __m128i zero = _mm_setzero_si128();
+    ForEachClippedRow(t, mask, box, [&](const RowSpan& s) {
+        int i = 0;
+        for (; i + 16 <= s.n; i += 16) {
+            const __m128i mk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s.m + i));
+            const __m128i lo = _mm_unpacklo_epi8(mk, zero), hi = _mm_unpackhi_epi8(mk, zero);
+            const __m128i q[4] = {_mm_unpacklo_epi16(lo, zero), _mm_unpackhi_epi16(lo, zero),
+                                  _mm_unpacklo_epi16(hi, zero), _mm_unpackhi_epi16(hi, zero)};
+            __m128 k[4], ik[4];
+            for (int j = 0; j < 4; ++j) {
+                const __m128 w = _mm_div_ps(_mm_cvtepi32_ps(q[j]), v255);
+                k[j] = _mm_sub_ps(one, _mm_sub_ps(one, _mm_mul_ps(_mm_sub_ps(one, w), vt)));
+                ik[j] = _mm_sub_ps(one, k[j]);
+            }
+            uint8_t* pr = t.r + s.at + i;
+            uint8_t* pg = t.g + s.at + i;
+            uint8_t* pb = t.b + s.at + i;
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(pr),
+                             BlendChannel16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pr)), k, ik, cr));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(pg),
+                             BlendChannel16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pg)), k, ik, cg));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(pb),
+                             BlendChannel16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pb)), k, ik, cb));
+        }
+        for (; i < s.n; ++i)
+            if (s.m[i] < 255) FastPixel(t.r + s.at + i, t.g + s.at + i, t.b + s.at + i, s.m[i], share, fr, fg, fb);
+    });
+}
+#else
+void DabFastVector(const DabTarget& t, const uint8_t* mask, const DabBox& box, int colR, int colG, int colB,
+                   int opacity) {
+    DabFastScalar(t, mask, box, colR, colG, colB, opacity);
+}
+#endif
+
+void DabFast(const DabTarget& t, const uint8_t* mask, const DabBox& box, int colR, int colG, int colB,
+             int opacity) {
+    DabFastVector(t, mask, box, colR, colG, colB, opacity);
+}
+
+// ---- The general dab
+
+namespace {
+inline int PositiveMod(int v, int n) {
+    const int r = v % n;
+    return r < 0 ? r + n : r;
+}
+
+// The value a mode puts at one channel before opacity: old is the pixel, c the
+// colour fraction, w = m / 255, a = 255 - m, src the mode's source byte.
+inline int Blend(int old, float w, float src) {
+    return RoundF(static_cast<float>(old) * w + (1.0f - w) * src);
+}
+
+template <int Mode>
+void GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s) {
+    const int rows = box.row1 - box.row0, cols = box.col1 - box.col0;
+    if (rows < 0 || cols < 0 || box.maskStart < 0) return;
+    const bool paper = s.paperW > 0 && s.paperH > 0 && s.paperF && s.paperB;
+    const bool bump = s.bump && paper, dry = s.dry && paper;
+    const int n = s.negative ? 255 : 0;
+    const int W = t.W, H = t.H;
+    for (int j = 0; j <= rows; ++j) {
+        const int my = box.maskStart + j;
+        if (my >= MaskSide) break;
+        const int y = s.reverseRows ? box.row1 - j : box.row0 + j;
+        if (y < 0 || y > H) continue;
+        const uint8_t* mrow = mask + my * MaskSide;
+        const size_t rowAt = static_cast<size_t>(y) * t.stride;
+        const size_t paperRow = paper ? static_cast<size_t>(y % s.paperH) * s.paperStride : 0;
+        for (int i = 0; i <= cols; ++i) {
+            const int mx = box.maskStart + i;
+            if (mx >= MaskSide) break;
+            const int x = s.reverseCols ? box.col1 - i : box.col0 + i;
+            if (x < 0 || x > W) continue;
+            // 1, 2. A mask value of 255 ends the work of a pixel at once.
+            const int m = mrow[mx];
+            if (m > 254) continue;
+            const size_t at = rowAt + static_cast<size_t>(x);
+            const int oldR = t.r[at], oldG = t.g[at], oldB = t.b[at];
+            const int a = 255 - m;
+            const float w = kWeights.w[m];
+            // 3. Bumpiness: the paper's slope lifts or lowers the colour.
+            float cr = s.cR, cg = s.cG, cb = s.cB;
+            size_t pi = 0;
+            if (bump || dry) pi = paperRow + static_cast<size_t>(x % s.paperW);
+            if (bump) {
+                const float q = s.paperF[pi];
+                cr = std::clamp(cr + q, 0.0f, 1.0f);
+                cg = std::clamp(cg + q, 0.0f, 1.0f);
+                cb = std::clamp(cb + q, 0.0f, 1.0f);
+            }
+            // 4. Drybrush: the paper's height takes opacity away.
+            if (dry) {
+                const float lost = static_cast<float>(std::abs(n - s.paperB[pi])) * s.strength;
+                const int o = RoundF(static_cast<float>(s.baseOpacity) - lost);
+                s.opacity = o < 0 ? 0 : o;
+            }
+            // 5. The mode.
+            int nr = oldR, ng = oldG, nb = oldB;
+            if constexpr (Mode == ModeDefault) {
+                nr = RoundF(static_cast<float>(oldR) * w + static_cast<float>(a) * cr);
+                ng = RoundF(static_cast<float>(oldG) * w + static_cast<float>(a) * cg);
+                nb = RoundF(static_cast<float>(oldB) * w + static_cast<float>(a) * cb);
+            } else if constexpr (Mode == ModeMultiply) {
+                nr = std::max(0, RoundF(static_cast<float>(oldR) * w + (static_cast<float>(oldR) * cr) * (1.0f - w)));
+                ng = std::max(0, RoundF(static_cast<float>(oldG) * w + (static_cast<float>(oldG) * cg) * (1.0f - w)));
+                nb = std::max(0, RoundF(static_cast<float>(oldB) * w + (static_cast<float>(oldB) * cb) * (1.0f - w)));
+            } else if constexpr (Mode == ModeRubthrough) {
+                if (s.sr) {
+                    nr = Blend(oldR, w, s.sr[at]);
+                    ng = Blend(oldG, w, s.sg[at]);
+                    nb = Blend(oldB, w, s.sb[at]);
+                }
+            } else if constexpr (Mode == ModePanto || Mode == ModeSmear) {
+                int sx, sy;
+                if constexpr (Mode == ModePanto) {
+                    sx = x - s.pantoX;
+                    sy = y - s.pantoY;
+                } else {
+                    sx = RoundF(static_cast<float>(x) - s.smearDX);
+                    sy = RoundF(static_cast<float>(y) - s.smearDY);
+                }
+                if (sx >= 0 && sy >= 0 && sx <= W - 1 && sy <= H - 1) {
+                    const size_t src = static_cast<size_t>(sy) * t.stride + static_cast<size_t>(sx);
+                    nr = Blend(oldR, w, t.r[src]);
+                    ng = Blend(oldG, w, t.g[src]);
+                    nb = Blend(oldB, w, t.b[src]);
+                }
+            } else if constexpr (Mode == ModePattern || Mode == ModeOffsetPattern) {
+                if (s.brushW > 0 && s.brushH > 0) {
+                    const int u = Mode == ModePattern ? x % s.brushW : PositiveMod(x + s.patX, s.brushW);
+                    const int v = Mode == ModePattern ? y % s.brushH : PositiveMod(y + s.patY, s.brushH);
+                    const size_t src = static_cast<size_t>(v) * s.brushStride + static_cast<size_t>(u);
+                    nr = Blend(oldR, w, s.br[src]);
+                    ng = Blend(oldG, w, s.bg[src]);
+                    nb = Blend(oldB, w, s.bb[src]);
+                }
+            } else {  // the table modes
+                const float fa = static_cast<float>(a);
+                nr = s.table[oldR + 256 * Clamp255(RoundF(fa * cr))];
+                ng = s.table[oldG + 256 * Clamp255(RoundF(fa * cg))];
+                nb = s.table[oldB + 256 * Clamp255(RoundF(fa * cb))];
+            }
+            nr = Clamp255(nr);
+            ng = Clamp255(ng);
+            nb = Clamp255(nb);
+            // 6. Opacity.
+            const int o = s.opacity, io = 255 - o;
+            nr = (nr * o + oldR * io) / 255;
+            ng = (ng * o + oldG * io) / 255;
+            nb = (nb * o + oldB * io) / 255;
+            // 7. The alpha plane, unless AlphaOff lets everything through.
+            const int e = t.a[at] | s.alphaOff;
+            if (e < 255) {
+                nr = (oldR * (255 - e) + nr * e) / 255;
+                ng = (oldG * (255 - e) + ng * e) / 255;
+                nb = (oldB * (255 - e) + nb * e) / 255;
+            }
+            // 8.
+            t.r[at] = static_cast<uint8_t>(nr);
+            t.g[at] = static_cast<uint8_t>(ng);
+            t.b[at] = static_cast<uint8_t>(nb);
+        }
+    }
+}
+}  // namespace
+
+void DabGeneral(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s) {
+    switch (s.mode) {
+        case ModeDefault: GeneralRows<ModeDefault>(t, mask, box, s); break;
+        case ModeMultiply: GeneralRows<ModeMultiply>(t, mask, box, s); break;
+        case ModeRubthrough: GeneralRows<ModeRubthrough>(t, mask, box, s); break;
+        case ModePanto: GeneralRows<ModePanto>(t, mask, box, s); break;
+        case ModeSmear: GeneralRows<ModeSmear>(t, mask, box, s); break;
+        case ModePattern: GeneralRows<ModePattern>(t, mask, box, s); break;
+        case ModeOffsetPattern: GeneralRows<ModeOffsetPattern>(t, mask, box, s); break;
+        case ModeAdditive:
+        case ModeSubtract:
+        case ModeDivide:
+        case ModeScreen:
+        case ModeAroundGrey:
+            if (s.table) GeneralRows<ModeAdditive>(t, mask, box, s);
+            break;
+        default: break;
+    }
+}
+
+}  // namespace kwbrush

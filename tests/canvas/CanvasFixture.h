@@ -1,0 +1,76 @@
+// A document, a scripted host and a neutral brush for the canvas tests, with
+// helpers that drive the mouse handlers as events would.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "brush/Brush.h"
+#include "brush/BrushOptions.h"
+#include "brush/BrushState.h"
+#include "canvas/CanvasInput.h"
+#include "colour/Paper.h"
+#include "core/AppState.h"
+#include "core/Buffers.h"
+#include "core/Form1.h"
+#include "core/Form2.h"
+#include "core/Undo.h"
+#include "core/vb.h"
+#include "tests/support/ScriptedHost.h"
+
+class CanvasTest : public ::testing::Test {
+protected:
+    static constexpr int W = 96, H = 64;
+    void SetUp() override {
+        host.surface = CanvasSurface{W, H, 32, 0, 0};
+        MakeTestDocument(W, H);
+        App.ZoomPercent = 100;
+        App.AlphaOff = 255;
+        App.LockCount = 0;
+        App.WaitingForClick = 0;
+        App.CustomBrushOn = 0;
+        Form1::Timer1.TimerEnabled = false;
+        ClearAllGads();
+        Form2::Option1.Value = true;
+        Form2::HScroll4.Value = 255;
+        Form2::slider1.Value = 1;
+        Form2::Shape4.FillColor = 0x000000;
+        Form2::Shape1.FillColor = 0xFFFFFF;
+        PickStockBrush(0);  // the hard disc
+        Form2::HScroll5.Value = 8;
+        PantoX = PantoY = 0;
+        vb::Randomize(1234);
+    }
+    void Press(int button, float x, float y, int shift = 0) {
+        Form1::Form_MouseDown(static_cast<int16_t>(button), static_cast<int16_t>(shift), x, y);
+    }
+    void Move(int button, float x, float y, int shift = 0) {
+        Form1::Form_MouseMove(static_cast<int16_t>(button), static_cast<int16_t>(shift), x, y);
+    }
+    void Release(int button, float x, float y, int shift = 0) {
+        Form1::Form_MouseUp(static_cast<int16_t>(button), static_cast<int16_t>(shift), x, y);
+    }
+    // A stroke through the points with the left button.
+    void Stroke(const std::vector<std::pair<float, float>>& pts, int button = 1) {
+        Move(0, pts.front().first, pts.front().second);
+        Press(button, pts.front().first, pts.front().second);
+        for (size_t i = 1; i < pts.size(); ++i) Move(button, pts[i].first, pts[i].second);
+        Release(button, pts.back().first, pts.back().second);
+    }
+    // The picture's three planes, picture area only.
+    static std::vector<uint8_t> Pixels() {
+        std::vector<uint8_t> v;
+        for (const Plane* p : {&BufR, &BufG, &BufB})
+            for (int y = 0; y < BufferHeight(); ++y) v.insert(v.end(), p->row(y), p->row(y) + BufferWidth());
+        return v;
+    }
+    static int Painted() {
+        int n = 0;
+        for (int y = 0; y < BufferHeight(); ++y)
+            for (int x = 0; x < BufferWidth(); ++x) n += BufR(x, y) != 255 || BufG(x, y) != 255 || BufB(x, y) != 255;
+        return n;
+    }
+    ScriptedHost host;
+};
