@@ -25,6 +25,8 @@ protected:
     static constexpr int W = 96, H = 64;
     void SetUp() override {
         host.surface = CanvasSurface{W, H, 32, 0, 0};
+        Form2::Shape4.FillColor = 0x000000;
+        Form2::Shape1.FillColor = 0xFFFFFF;  // a new document is cleared with it
         MakeTestDocument(W, H);
         App.ZoomPercent = 100;
         App.AlphaOff = 255;
@@ -36,8 +38,6 @@ protected:
         Form2::Option1.Value = true;
         Form2::HScroll4.Value = 255;
         Form2::slider1.Value = 1;
-        Form2::Shape4.FillColor = 0x000000;
-        Form2::Shape1.FillColor = 0xFFFFFF;
         PickStockBrush(0);  // the hard disc
         Form2::HScroll5.Value = 8;
         PantoX = PantoY = 0;
