@@ -5,9 +5,16 @@
 #include <QPainter>
 #include <QPaintEvent>
 #include <QScrollBar>
+#include <QPointer>
+#include <cmath>
+#include <QMouseEvent>
 
+#include "brush/BrushState.h"
+#include "canvas/CanvasInput.h"
+#include "core/AppState.h"
 #include "core/Display.h"
 #include "core/Form1.h"
+#include "core/Form2.h"
 #include "core/Guard.h"
 #include "shell/Convert.h"
 
@@ -16,6 +23,96 @@ CanvasView::CanvasView(QWidget* parent) : QAbstractScrollArea(parent) {
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setMouseTracking(true);
     setObjectName("Form1");
+    // The overlay models repaint the view when they change.
+    QPointer<QWidget> vp(viewport());
+    auto repaint = [vp] {
+        if (vp) vp->update();
+    };
+    for (Control* c : std::initializer_list<Control*>{&Form1::Brush_bounds, &Form1::Line1, &Form1::Line2,
+                                                      &Form1::Line3, &Form1::Shape1, &Form1::CloneCross})
+        c->viewHook = repaint;
+}
+
+int16_t CanvasView::ButtonCode(Qt::MouseButtons b) {
+    return static_cast<int16_t>(((b & Qt::LeftButton) ? 1 : 0) | ((b & Qt::RightButton) ? 2 : 0) |
+                                ((b & Qt::MiddleButton) ? 4 : 0));
+}
+
+int16_t CanvasView::ShiftCode(Qt::KeyboardModifiers m) {
+    return static_cast<int16_t>(((m & Qt::ShiftModifier) ? 1 : 0) | ((m & Qt::ControlModifier) ? 2 : 0) |
+                                ((m & Qt::AltModifier) ? 4 : 0));
+}
+
+QPointF CanvasView::windowPixel(const QPointF& pos) const {
+    return pos + QPointF(horizontalScrollBar()->value(), verticalScrollBar()->value());
+}
+
+// Tablets reach here as the mouse events Qt makes of them.
+void CanvasView::mousePressEvent(QMouseEvent* e) {
+    QPointF w = windowPixel(e->position());
+    // The buttons held now, the new one among them: a second button makes a combination.
+    int16_t button = ButtonCode(e->buttons() | e->button()), shift = ShiftCode(e->modifiers());
+    Guarded([&] { Form1::Form_MouseDown(button, shift, static_cast<float>(w.x()), static_cast<float>(w.y())); });
+}
+
+void CanvasView::mouseMoveEvent(QMouseEvent* e) {
+    QPointF w = windowPixel(e->position());
+    int16_t button = ButtonCode(e->buttons()), shift = ShiftCode(e->modifiers());
+    Guarded([&] { Form1::Form_MouseMove(button, shift, static_cast<float>(w.x()), static_cast<float>(w.y())); });
+    moveBrushOutline(e->position().toPoint());
+}
+
+void CanvasView::mouseReleaseEvent(QMouseEvent* e) {
+    QPointF w = windowPixel(e->position());
+    int16_t button = ButtonCode(e->buttons() | e->button()), shift = ShiftCode(e->modifiers());
+    Guarded([&] { Form1::Form_MouseUp(button, shift, static_cast<float>(w.x()), static_cast<float>(w.y())); });
+}
+
+void CanvasView::leaveEvent(QEvent* e) {
+    moveBrushOutline({-1, -1});
+    QAbstractScrollArea::leaveEvent(e);
+}
+
+QRect CanvasView::brushOutline() const {
+    if (cursor_.x() < 0 || !Form2::Option1.Value || App.CustomBrushOn != 0) return {};
+    int r = static_cast<int>(std::ceil((BrushRadius + 0.5) * App.ZoomPercent / 100.0));
+    return QRect(cursor_.x() - r, cursor_.y() - r, 2 * r + 1, 2 * r + 1);
+}
+
+void CanvasView::moveBrushOutline(const QPoint& to) {
+    QRect before = brushOutline();
+    cursor_ = to;
+    QRect after = brushOutline();
+    if (before != after) viewport()->update(QRegion(before.adjusted(-1, -1, 1, 1)) + after.adjusted(-1, -1, 1, 1));
+}
+
+void CanvasView::paintOverlays(QPainter& p) {
+    const QPointF origin(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    QPen dark(QColor(0, 0, 0), 1, Qt::DashLine), light(QColor(255, 255, 255), 1);
+    auto both = [&](auto draw) {
+        p.setPen(light);
+        draw();
+        p.setPen(dark);
+        draw();
+    };
+    auto box = [&](const ::Shape& s) { return QRectF(s.Left - origin.x(), s.Top - origin.y(), s.Width, s.Height); };
+    if (Form1::Brush_bounds.Visible) both([&] { p.drawRect(box(Form1::Brush_bounds)); });
+    if (Form1::Shape1.Visible) both([&] { p.drawRect(box(Form1::Shape1)); });
+    for (const LineControl* l : {&Form1::Line1, &Form1::Line2, &Form1::Line3})
+        if (l->Visible)
+            both([&] { p.drawLine(QPointF(l->X1, l->Y1) - origin, QPointF(l->X2, l->Y2) - origin); });
+    if (Form1::CloneCross.Visible) {
+        QPointF c = QPointF(Form1::CloneCross.Left, Form1::CloneCross.Top) - origin;
+        both([&] {
+            p.drawLine(c - QPointF(10, 0), c + QPointF(10, 0));
+            p.drawLine(c - QPointF(0, 10), c + QPointF(0, 10));
+        });
+    }
+    QRect outline = brushOutline();
+    if (!outline.isEmpty()) {
+        p.setRenderHint(QPainter::Antialiasing);
+        both([&] { p.drawEllipse(outline); });
+    }
 }
 
 QSize CanvasView::sizeHint() const { return {std::min(contentW_, 1200) + 4, std::min(contentH_, 900) + 4}; }
@@ -49,6 +146,8 @@ void CanvasView::paintEvent(QPaintEvent* e) {
     }
     QRegion outside = QRegion(e->rect()) - QRegion(0, 0, w, h);
     for (const QRect& r : outside) p.fillRect(r, QColor(80, 80, 80));
+    p.setClipRect(e->rect());
+    paintOverlays(p);
 }
 
 void CanvasView::resizeEvent(QResizeEvent* e) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <cstdint>
 
 class CanvasView : public QAbstractScrollArea {
 public:
@@ -15,12 +16,27 @@ public:
     int visibleHeight() const;
     QSize sizeHint() const override;
 
+    // Button and Shift codes of the canvas procedures for a Qt mouse state.
+    static int16_t ButtonCode(Qt::MouseButtons buttons);
+    static int16_t ShiftCode(Qt::KeyboardModifiers modifiers);
+
 protected:
     void paintEvent(QPaintEvent* e) override;
+    void mousePressEvent(QMouseEvent* e) override;
+    void mouseMoveEvent(QMouseEvent* e) override;
+    void mouseReleaseEvent(QMouseEvent* e) override;
+    void leaveEvent(QEvent* e) override;
     void resizeEvent(QResizeEvent* e) override;
     void scrollContentsBy(int dx, int dy) override;
 
 private:
     void updateScrollBars();
+    void paintOverlays(QPainter& p);
+    // The window pixel (in the zoomed picture) under a viewport position.
+    QPointF windowPixel(const QPointF& viewportPos) const;
+    // The outline of the natural brush around the cursor, in viewport pixels.
+    QRect brushOutline() const;
+    void moveBrushOutline(const QPoint& to);
     int contentW_ = 0, contentH_ = 0;
+    QPoint cursor_{-1, -1};  // viewport position, or (-1, -1) when outside
 };

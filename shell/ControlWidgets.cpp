@@ -33,6 +33,8 @@ void RegisterControlWidgets() {
     RegisterWellsView();
     RegisterGradientView();
     RegisterPickerView();
+    RegisterToolButtonsView();
+    RegisterBrushPaletteView();
 }
 
 QWidget* MakeTabBar(ListBox& m, QWidget* parent) {

@@ -23,6 +23,8 @@ void RegisterControlWidgets();
 void RegisterWellsView();
 void RegisterGradientView();
 void RegisterPickerView();
+void RegisterToolButtonsView();
+void RegisterBrushPaletteView();
 
 // A list model shown as a row of tabs: the selected tab is ListIndex.
 QWidget* MakeTabBar(ListBox& model, QWidget* parent);

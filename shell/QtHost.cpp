@@ -12,6 +12,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMdiArea>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QDir>
 #include <QUrl>
@@ -50,9 +51,15 @@ void QtHost::ShowForm(Form& f, bool modal, Form*) {
         if (!dock) {
             dock = new QDockWidget(Q(f.Caption), main_);
             dock->setObjectName("Form2Dock");
-            auto* view = new PanelView(f, dock);
+            // The panel grows with the tools: it scrolls inside its dock.
+            auto* scroll = new QScrollArea(dock);
+            scroll->setWidgetResizable(true);
+            scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+            auto* view = new PanelView(f, scroll);
             view->setWindowFlags(Qt::Widget);
-            dock->setWidget(view);
+            scroll->setWidget(view);
+            scroll->setMinimumWidth(view->sizeHint().width() + scroll->verticalScrollBar()->sizeHint().width() + 4);
+            dock->setWidget(scroll);
             main_->addDockWidget(Qt::LeftDockWidgetArea, dock);
         }
         dock->show();
@@ -120,8 +127,16 @@ CanvasSurface QtHost::GetCanvasSurface() {
 void QtHost::SetCanvasWindowSize(int width, int height) { main_->canvas()->setContentSize(width, height); }
 
 void QtHost::CanvasImageChanged(int left, int top, int right, int bottom) {
-    main_->canvas()->viewport()->update(QRect(left, top, right - left, bottom - top));
-    main_->applyFrame();
+    CanvasView* c = main_->canvas();
+    c->viewport()->update(QRect(left, top, right - left, bottom - top));
+    // A stroke repaints small rectangles many times a second: only a whole
+    // repaint can come with a new title or background.
+    if (left <= 0 && top <= 0 && right >= c->visibleWidth() && bottom >= c->visibleHeight()) main_->applyFrame();
+}
+
+bool QtHost::CanvasIsActive() {
+    QMdiSubWindow* current = main_->mdi()->currentSubWindow();
+    return current == nullptr || current == main_->canvasWindow();
 }
 
 QString QtFilterOf(const std::string& filter, int index, QString* selected) {

@@ -21,6 +21,7 @@ public:
     CanvasSurface GetCanvasSurface() override;
     void SetCanvasWindowSize(int width, int height) override;
     void CanvasImageChanged(int left, int top, int right, int bottom) override;
+    bool CanvasIsActive() override;
     std::optional<std::string> OpenFileDialog(FileDialogSpec& spec) override;
     std::optional<std::string> SaveFileDialog(FileDialogSpec& spec) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;

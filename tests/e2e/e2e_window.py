@@ -108,8 +108,23 @@ def main():
         wait_for("the main title again", lambda: title_starting(env, "Project Kelpwick  (Main)  "))
         wait_for("a white canvas again", lambda: share_of(screenshot(env, shot), (255, 255, 255), box) > 0.95)
 
+        # A real stroke with the mouse: press, a run of moves, release. The default brush is
+        # a black disc, so a dark band appears along the path and nowhere else.
+        run(env, "xdotool", "mousemove", "750", "300")
+        run(env, "xdotool", "mousedown", "1")
+        for i in range(1, 31):
+            run(env, "xdotool", "mousemove", str(750 + i * 12), str(300 + i * 10))
+        run(env, "xdotool", "mouseup", "1")
+
+        def stroke_seen():
+            img = screenshot(env, shot)
+            on_path = [img.getpixel((750 + i * 12, 300 + i * 10)) for i in range(2, 29)]
+            dark = sum(1 for p in on_path if max(p) < 60)
+            return dark >= len(on_path) - 1 and share_of(img, (255, 255, 255), (1000, 220, 1200, 320)) > 0.99
+        wait_for("the stroke on screen", stroke_seen)
+
         assert app.poll() is None, "the program ended by itself"
-        print("e2e: size dialog answered, canvas white, j/u change it, title follows")
+        print("e2e: size dialog answered, canvas white, j/u change it, title follows, a stroke shows")
     finally:
         app.terminate()
         try:
