@@ -374,12 +374,163 @@ void GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, Dab
         }
     }
 }
+
+#if defined(__SSE2__)
+// The general case four pixels at a time for the modes that need no neighbour
+// (default and multiply) in a forward scan: the same single-precision steps as
+// GeneralRows, so the bytes are the same. The integer divisions by 255 of the
+// opacity and alpha steps are floors of exact float quotients: every product
+// is an integer below 2^17, so (x + 0.5) / 255 lies at least 0.5 / 255 away from
+// any integer, far beyond the error of multiplying by a rounded reciprocal.
+//
+// Opaque: full opacity without drybrush, where the opacity step gives the mode's
+// value back exactly. Masked: the alpha plane takes part (AlphaOff is not 255);
+// otherwise the alpha step gives the value back exactly. Both are left out
+// where they change nothing.
+template <int Mode, bool Opaque, bool Masked>
+void GeneralRowsVector(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s) {
+    const bool paper = s.paperW > 0 && s.paperH > 0 && s.paperF && s.paperB;
+    const bool bump = s.bump && paper, dry = s.dry && paper;
+    const int c0 = std::max(box.col0, 0), c1 = std::min(box.col1, t.W);
+    if (c0 > c1 || box.maskStart < 0) return;
+    const int mx = box.maskStart + (c0 - box.col0);
+    const int n = std::min(c1 - c0 + 1, MaskSide - mx);
+    if (n <= 0) return;
+    const int neg = s.negative ? 255 : 0;
+    const __m128 zero = _mm_setzero_ps(), one = _mm_set1_ps(1.0f), v255 = _mm_set1_ps(255.0f);
+    const __m128i izero = _mm_setzero_si128(), i255 = _mm_set1_epi32(255);
+    const __m128 colour[3] = {_mm_set1_ps(s.cR), _mm_set1_ps(s.cG), _mm_set1_ps(s.cB)};
+    const __m128 strength = _mm_set1_ps(s.strength), base = _mm_set1_ps(static_cast<float>(s.baseOpacity));
+    const __m128i alphaOff = _mm_set1_epi32(s.alphaOff);
+    uint8_t* planes[3] = {t.r, t.g, t.b};
+    auto load4 = [&](const uint8_t* p) {
+        int32_t v;
+        std::memcpy(&v, p, 4);
+        return _mm_unpacklo_epi16(_mm_unpacklo_epi8(_mm_cvtsi32_si128(v), izero), izero);
+    };
+    const __m128 half = _mm_set1_ps(0.5f), rcp255 = _mm_set1_ps(1.0f / 255.0f);
+    auto floorDiv255 = [&](__m128 x) { return _mm_cvttps_epi32(_mm_mul_ps(_mm_add_ps(x, half), rcp255)); };
+    for (int y = box.row0, my = box.maskStart; y <= box.row1 && my < MaskSide; ++y, ++my) {
+        if (y < 0 || y > t.H) continue;
+        const uint8_t* m = mask + mx + my * MaskSide;
+        const size_t at0 = static_cast<size_t>(y) * t.stride + static_cast<size_t>(c0);
+        const size_t paperRow = paper ? static_cast<size_t>(y % s.paperH) * s.paperStride : 0;
+        int u = paper ? c0 % s.paperW : 0;
+        int i = 0;
+        for (; i + 4 <= n; i += 4) {
+            int32_t m4;
+            std::memcpy(&m4, m + i, 4);
+            if (m4 == -1) {  // four cells of 255: nothing to do
+                if (paper) u = (u + 4) % s.paperW;
+                continue;
+            }
+            const __m128i mi = load4(m + i);
+            const __m128i skip = _mm_cmpeq_epi32(mi, i255);
+            const __m128 mf = _mm_cvtepi32_ps(mi);
+            const __m128 w = _mm_div_ps(mf, v255), a = _mm_sub_ps(v255, mf), iw = _mm_sub_ps(one, w);
+            // The paper under the four pixels: one load unless the tile wraps among them.
+            __m128 qv = zero, hv = zero;
+            if (bump || dry) {
+                const size_t pi = paperRow + static_cast<size_t>(u);
+                if (u + 4 <= s.paperW) {
+                    if (bump) qv = _mm_loadu_ps(s.paperF + pi);
+                    if (dry) hv = _mm_cvtepi32_ps(load4(s.paperB + pi));
+                    u += 4;
+                    if (u == s.paperW) u = 0;
+                } else {
+                    float q[4], h[4];
+                    for (int k = 0; k < 4; ++k) {
+                        const size_t pk = paperRow + static_cast<size_t>(u);
+                        q[k] = s.paperF[pk];
+                        h[k] = s.paperB[pk];
+                        if (++u == s.paperW) u = 0;
+                    }
+                    qv = _mm_setr_ps(q[0], q[1], q[2], q[3]);
+                    hv = _mm_setr_ps(h[0], h[1], h[2], h[3]);
+                }
+                if (dry) {
+                    // |n - height|: the height itself, or 255 less it under Negative.
+                    if (neg) hv = _mm_sub_ps(v255, hv);
+                }
+            }
+            __m128i o = _mm_set1_epi32(s.opacity);
+            if (dry) {
+                o = _mm_cvtps_epi32(_mm_sub_ps(base, _mm_mul_ps(hv, strength)));
+                o = _mm_and_si128(o, _mm_cmpgt_epi32(o, izero));  // below 0 counts as 0
+                // Drybrush leaves the opacity of the last pixel it painted.
+                alignas(16) int32_t ov[4], sk[4];
+                _mm_store_si128(reinterpret_cast<__m128i*>(ov), o);
+                _mm_store_si128(reinterpret_cast<__m128i*>(sk), skip);
+                for (int k = 3; k >= 0; --k)
+                    if (!sk[k]) {
+                        s.opacity = ov[k];
+                        break;
+                    }
+            }
+            const __m128 of = _mm_cvtepi32_ps(o), iof = _mm_sub_ps(v255, of);
+            __m128 ef = v255, ief = zero;
+            if constexpr (Masked) {
+                ef = _mm_cvtepi32_ps(_mm_or_si128(load4(t.a + at0 + i), alphaOff));
+                ief = _mm_sub_ps(v255, ef);
+            }
+            for (int ch = 0; ch < 3; ++ch) {
+                uint8_t* p = planes[ch] + at0 + i;
+                const __m128i oldi = load4(p);
+                const __m128 old = _mm_cvtepi32_ps(oldi);
+                __m128 c = colour[ch];
+                if (bump) c = _mm_min_ps(_mm_max_ps(_mm_add_ps(c, qv), zero), one);
+                __m128i v;
+                if constexpr (Mode == ModeDefault) {
+                    v = _mm_cvtps_epi32(_mm_add_ps(_mm_mul_ps(old, w), _mm_mul_ps(a, c)));
+                } else {
+                    v = _mm_cvtps_epi32(_mm_add_ps(_mm_mul_ps(old, w), _mm_mul_ps(_mm_mul_ps(old, c), iw)));
+                }
+                // Both modes stay within 0..255: the colour fraction is at most 1 and
+                // w + (1 - w) = 1. Opacity, then alpha.
+                if constexpr (!Opaque)
+                    v = floorDiv255(_mm_add_ps(_mm_mul_ps(_mm_cvtepi32_ps(v), of), _mm_mul_ps(old, iof)));
+                if constexpr (Masked)
+                    v = floorDiv255(_mm_add_ps(_mm_mul_ps(old, ief), _mm_mul_ps(_mm_cvtepi32_ps(v), ef)));
+                v = _mm_or_si128(_mm_and_si128(skip, oldi), _mm_andnot_si128(skip, v));
+                const int32_t packed = _mm_cvtsi128_si32(_mm_packus_epi16(_mm_packs_epi32(v, izero), izero));
+                std::memcpy(p, &packed, 4);
+            }
+        }
+        if (i < n) {
+            // The last few pixels through the scalar steps.
+            // Their mask cells become the first row of a mask of their own.
+            DabBox tail{c0 + i, c0 + n - 1, y, y, 0};
+            DabSettings ts = s;
+            ts.reverseRows = ts.reverseCols = false;
+            uint8_t row[MaskSide];
+            std::memcpy(row, m + i, static_cast<size_t>(n - i));
+            GeneralRows<Mode>(t, row, tail, ts);
+            s.opacity = ts.opacity;
+        }
+    }
+}
+
+template <int Mode>
+void VectorRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s) {
+    const bool paperDry = s.dry && s.paperW > 0 && s.paperH > 0 && s.paperF && s.paperB;
+    const bool opaque = !paperDry && s.opacity == 255, masked = s.alphaOff != 255;
+    if (opaque && masked) GeneralRowsVector<Mode, true, true>(t, mask, box, s);
+    else if (opaque) GeneralRowsVector<Mode, true, false>(t, mask, box, s);
+    else if (masked) GeneralRowsVector<Mode, false, true>(t, mask, box, s);
+    else GeneralRowsVector<Mode, false, false>(t, mask, box, s);
+}
+#endif
 }  // namespace
 
 void DabGeneral(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s) {
     switch (s.mode) {
+#if defined(__SSE2__)
+        case ModeDefault: VectorRows<ModeDefault>(t, mask, box, s); break;
+        case ModeMultiply: VectorRows<ModeMultiply>(t, mask, box, s); break;
+#else
         case ModeDefault: GeneralRows<ModeDefault>(t, mask, box, s); break;
         case ModeMultiply: GeneralRows<ModeMultiply>(t, mask, box, s); break;
+#endif
         case ModeRubthrough: GeneralRows<ModeRubthrough>(t, mask, box, s); break;
         case ModePanto: GeneralRows<ModePanto>(t, mask, box, s); break;
         case ModeSmear: GeneralRows<ModeSmear>(t, mask, box, s); break;
