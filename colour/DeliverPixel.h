@@ -20,6 +20,7 @@
 #endif
 
 #include "core/vb.h"
+#include "native/Rounding.h"
 
 // The opacity work fields shared with the shape and fill tools.
 extern int16_t OpacitySaved, OpacityInverse;
@@ -64,21 +65,8 @@ DeliverContext DeliverBegin();
 void DeliverEnd(const DeliverContext& c);
 
 namespace deliver_detail {
-// Round half to even in the default rounding mode, without a library call.
-inline int RoundF(float v) {
-#if defined(__SSE2__)
-    return _mm_cvtss_si32(_mm_set_ss(v));
-#else
-    return static_cast<int>(std::nearbyint(v));
-#endif
-}
-inline int RoundD(double v) {
-#if defined(__SSE2__)
-    return _mm_cvtsd_si32(_mm_set_sd(v));
-#else
-    return static_cast<int>(std::nearbyint(v));
-#endif
-}
+using kwround::RoundD;
+using kwround::RoundF;
 inline int32_t Clamp255(int32_t v) { return v < 0 ? 0 : (v > 255 ? 255 : v); }
 
 [[gnu::always_inline]] inline int LookUp(DeliverContext& c) {

@@ -1,6 +1,8 @@
 // Natural brush kernels. See BrushKernels.h for the conventions.
 #include "native/BrushKernels.h"
 
+#include "native/Rounding.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -12,14 +14,7 @@
 namespace kwbrush {
 namespace {
 
-// Round to nearest even in the default rounding mode, without a library call.
-inline int RoundF(float v) {
-#if defined(__SSE2__)
-    return _mm_cvtss_si32(_mm_set_ss(v));
-#else
-    return static_cast<int>(std::nearbyint(v));
-#endif
-}
+using kwround::RoundF;
 
 inline int Clamp255(int v) { return v < 0 ? 0 : (v > 255 ? 255 : v); }
 
@@ -100,38 +95,31 @@ void BuildMask(const uint8_t* picture, int size, AntiAlias aa, uint8_t* mask, ui
 void ScaleRotate(const uint8_t* mask, int32_t angle, float scale, int smooth, uint8_t* xform, uint8_t* fine) {
     if (scale < 0.0001f) scale = 0.0001f;
     const float rad = static_cast<float>(angle) * 0.017453292f;
-    float cs = std::cos(rad) / scale, sn = std::sin(rad) / scale;
+    const float cs = std::cos(rad) / scale, sn = std::sin(rad) / scale;
     float ru = 18 - (cs * 18 - sn * 18), rv = 18 - (cs * 18 + sn * 18);
     auto sample = [mask](float u, float v) -> uint8_t {
         if (u >= 0 && u <= 37 && v >= 0 && v <= 37) return mask[RoundF(u) + RoundF(v) * MaskSide];
         return 255;
     };
-    if (smooth == 0) {
-        for (int row = 0; row < MaskSide; ++row) {
-            ru -= sn;
-            rv += cs;
+    // The walk: each row starts a step across from the last, each cell a step along.
+    auto walk = [&](int side, float along, float across, uint8_t* grid) {
+        for (int row = 0; row < side; ++row) {
+            ru -= across;
+            rv += along;
             float u = ru, v = rv;
-            for (int col = 0; col < MaskSide; ++col) {
-                u += cs;
-                v += sn;
-                xform[col + row * MaskSide] = sample(u, v);
+            for (int col = 0; col < side; ++col) {
+                u += along;
+                v += across;
+                grid[col + row * side] = sample(u, v);
             }
         }
+    };
+    if (smooth == 0) {
+        walk(MaskSide, cs, sn, xform);
         return;
     }
     // Half steps over a grid twice as fine, then the mean of each 2 x 2 block.
-    cs /= 2;
-    sn /= 2;
-    for (int row = 0; row < FineSide; ++row) {
-        ru -= sn;
-        rv += cs;
-        float u = ru, v = rv;
-        for (int col = 0; col < FineSide; ++col) {
-            u += cs;
-            v += sn;
-            fine[col + row * FineSide] = sample(u, v);
-        }
-    }
+    walk(FineSide, cs / 2, sn / 2, fine);
     for (int b = 0; b <= 36; ++b)
         for (int a = 0; a <= 36; ++a) {
             const uint8_t* f = fine + 2 * a + 2 * b * FineSide;
