@@ -41,7 +41,7 @@ protected:
         if (m_.Width > 0 && m_.Height > 0) {
             QImage img(reinterpret_cast<const uchar*>(m_.pixels.data()), m_.Width, m_.Height, m_.Width * 4,
                        QImage::Format_RGBX8888);  // 0x00BBGGRR in memory is R, G, B, X
-            p.drawImage(rect(), img);
+            p.drawImage(imageRect(), img);
         }
         if (!m_.Text.get().empty()) {
             p.setPen(Qt::black);
@@ -63,10 +63,18 @@ protected:
     }
 
 private:
+    // The picture keeps its proportions: scaled to fit, centred in the widget.
+    QRectF imageRect() const {
+        double scale = std::min(width() / static_cast<double>(std::max(1, m_.Width)),
+                                height() / static_cast<double>(std::max(1, m_.Height)));
+        double w = m_.Width * scale, h = m_.Height * scale;
+        return {(width() - w) / 2, (height() - h) / 2, w, h};
+    }
     void send(const std::function<void(int, int, float, float)>& handler, int button, QMouseEvent* e) {
         if (!handler) return;
-        float x = static_cast<float>(e->position().x() * m_.Width / std::max(1, width()));
-        float y = static_cast<float>(e->position().y() * m_.Height / std::max(1, height()));
+        QRectF r = imageRect();
+        float x = static_cast<float>((e->position().x() - r.left()) * m_.Width / std::max(1.0, r.width()));
+        float y = static_cast<float>((e->position().y() - r.top()) * m_.Height / std::max(1.0, r.height()));
         Guarded([&] { handler(button, 0, x, y); });
     }
 
