@@ -33,7 +33,7 @@ void PaintStockImage(int number, bool chosen) {
             bool edge = x == 0 || y == 0 || x == img.Width - 1 || y == img.Height - 1;
             img.PSet(x, y, chosen && edge ? 0x000000 : vb::RGB(v, v, v));
         }
-    img.Tag = chosen ? "1" : "0";  // the border style
+    img.Tag.assign(1, chosen ? '1' : '0');  // the border style
     img.Refresh();
 }
 

@@ -19,7 +19,10 @@ constexpr const char* WellFilter = "Wells (*.wl)|*.wl|All files (*.*)|*";
 // Writes a number as the classic numeric print does: a blank for the sign of a
 // non-negative number and one trailing blank.
 std::string PrintNumber(int64_t v) {
-    return (v >= 0 ? " " : "") + std::to_string(v) + " ";
+    std::string text = std::to_string(v);
+    if (v >= 0) text.insert(text.begin(), ' ');
+    text.push_back(' ');
+    return text;
 }
 }  // namespace
 
