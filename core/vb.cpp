@@ -30,17 +30,25 @@ double Val(std::string_view s) {
     return std::strtod(digits.c_str(), nullptr);
 }
 
-std::mt19937& RandomEngine() {
-    static std::mt19937 engine(20261121u);
-    return engine;
+namespace {
+// Spreads a seed over the whole state, so nearby seeds give unrelated sequences.
+uint64_t SplitMix(uint64_t& x) {
+    uint64_t z = (x += 0x9E3779B97F4A7C15ull);
+    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
+    z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
+    return z ^ (z >> 31);
 }
-
-double Rnd() {
-    // 53 random bits in [0, 1); never reaches 1.
-    return std::generate_canonical<double, 53>(RandomEngine());
+RandomState Seeded(uint32_t seed) {
+    RandomState r;
+    uint64_t x = seed;
+    for (uint64_t& v : r.s) v = SplitMix(x);
+    return r;
 }
+}  // namespace
 
-void Randomize(uint32_t seed) { RandomEngine().seed(seed); }
+RandomState Random = Seeded(20261121u);
+
+void Randomize(uint32_t seed) { Random = Seeded(seed); }
 
 std::string Str(double v) {
     if (v == std::trunc(v) && std::fabs(v) < 1e15) {

@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <random>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -47,8 +46,26 @@ inline int16_t Wrap16(int32_t v) { return static_cast<int16_t>(static_cast<uint1
 double Val(std::string_view s);
 
 // The one uniform generator on [0, 1). Tests seed it for repeatable strokes.
-std::mt19937& RandomEngine();
-double Rnd();
+// A small xoshiro256+ state: fills and jitter draw several values per pixel, so
+// a draw must cost a few instructions, not a long-period engine's refill.
+struct RandomState {
+    uint64_t s[4];
+};
+extern RandomState Random;
+inline uint64_t NextRandom() {
+    uint64_t* s = Random.s;
+    const uint64_t result = s[0] + s[3];
+    const uint64_t t = s[1] << 17;
+    s[2] ^= s[0];
+    s[3] ^= s[1];
+    s[1] ^= s[2];
+    s[0] ^= s[3];
+    s[2] ^= t;
+    s[3] = (s[3] << 45) | (s[3] >> 19);
+    return result;
+}
+// 53 random bits: never reaches 1.
+inline double Rnd() { return static_cast<double>(NextRandom() >> 11) * 0x1.0p-53; }
 void Randomize(uint32_t seed);
 
 // Packed colour: red in bits 0..7, green 8..15, blue 16..23.
