@@ -39,6 +39,22 @@ struct BusyPointer {
 };
 }  // namespace
 
+namespace {
+// The picture size a loop may walk: the size state, but never beyond the planes
+// it touches (the text can run ahead of the planes, and before the first
+// document there are none).
+int PictureWidth(std::initializer_list<const Plane*> planes) {
+    int w = BufferWidth();
+    for (const Plane* p : planes) w = std::min(w, p->ubX());
+    return std::max(w, 0);
+}
+int PictureHeight(std::initializer_list<const Plane*> planes) {
+    int h = BufferHeight();
+    for (const Plane* p : planes) h = std::min(h, p->ubY());
+    return std::max(h, 0);
+}
+}  // namespace
+
 int BufferWidth() { return SizeFromText(CanvasSize::Text1.Text); }
 int BufferHeight() { return SizeFromText(CanvasSize::Text2.Text); }
 
@@ -149,7 +165,7 @@ void ApplyAlphaState(bool on) {
 
 void SwapToAlpha_Click() {
     SaveUndo();
-    int w = BufferWidth(), h = BufferHeight();
+    int w = PictureWidth({&SwapR, &SwapG, &SwapB, &BufA}), h = PictureHeight({&SwapR, &SwapG, &SwapB, &BufA});
     for (int y = 0; y < h; ++y) {
         const uint8_t *r = SwapR.row(y), *g = SwapG.row(y), *b = SwapB.row(y);
         uint8_t* a = BufA.row(y);
@@ -166,7 +182,7 @@ void SwapToAlpha_Click() {
 }
 
 void AlhpaToSwap_Click() {
-    int w = BufferWidth(), h = BufferHeight();
+    int w = PictureWidth({&SwapR, &SwapG, &SwapB, &BufA}), h = PictureHeight({&SwapR, &SwapG, &SwapB, &BufA});
     for (int y = 0; y < h; ++y) {
         std::copy_n(BufA.row(y), w, SwapR.row(y));
         std::copy_n(BufA.row(y), w, SwapG.row(y));
@@ -195,7 +211,7 @@ void ClearAlpha_Click() {
 
 void InvertAlpha_Click() {
     SaveUndo();
-    int w = BufferWidth(), h = BufferHeight();
+    int w = PictureWidth({&BufA}), h = PictureHeight({&BufA});
     for (int y = 0; y < h; ++y) {
         uint8_t* a = BufA.row(y);
         for (int x = 0; x < w; ++x) a[x] = static_cast<uint8_t>(255 - a[x]);
@@ -233,7 +249,7 @@ void ImageInfo_Click() {
 }
 
 bool FindSelection(int& left, int& top, int& right, int& bottom) {
-    int w = BufferWidth(), h = BufferHeight();
+    int w = PictureWidth({&BufA, &BufR, &SwapR}), h = PictureHeight({&BufA, &BufR, &SwapR});
     left = w;
     top = h;
     right = -1;

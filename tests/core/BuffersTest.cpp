@@ -258,3 +258,27 @@ TEST_F(BuffersTest, BufferInfoSaysSizeAndMemory) {
     ImageInfo_Click();
     EXPECT_NE(host.messages.back().find(" memory = 1800 Bytes"), std::string::npos);
 }
+
+TEST_F(BuffersTest, SizeTextAheadOfThePlanesStaysInsideThem) {
+    // A plug-in or the open size dialog may write a larger size before any new
+    // planes exist; the whole-buffer commands must keep to the planes they have.
+    MakeTestDocument(16, 12);
+    Stamp(7);
+    SetBufferSize(400, 300);
+    SwapToAlpha_Click();
+    AlhpaToSwap_Click();
+    int l, t, r, b;
+    EXPECT_TRUE(FindSelection(l, t, r, b));
+    EXPECT_EQ(r, 15);
+    EXPECT_EQ(b, 11);
+    InvertAlpha_Click();
+    EXPECT_EQ(BufA(15, 11), 0);
+    EXPECT_EQ(BufR.ubX(), 16);
+
+    // And with no planes at all, before the first document.
+    for (Plane* p : {&BufR, &BufG, &BufB, &BufA, &SwapR, &SwapG, &SwapB, &MarqueePlane}) p->free();
+    SwapToAlpha_Click();
+    AlhpaToSwap_Click();
+    InvertAlpha_Click();
+    EXPECT_FALSE(FindSelection(l, t, r, b));
+}
