@@ -98,7 +98,9 @@ void Command1_Click() {
 }
 
 void Command2_Click() {
-    if (!FadeR.empty()) {
+    // A new document while the panel was open leaves fade planes of the old size:
+    // those must not come back, or the main planes would no longer match the rest.
+    if (!FadeR.empty() && FadeR.ubX() == BufR.ubX() && FadeR.ubY() == BufR.ubY()) {
         BufR.copyFrom(FadeR);
         BufG.copyFrom(FadeG);
         BufB.copyFrom(FadeB);

@@ -153,3 +153,16 @@ TEST_F(UndoTest, FadeBlendsTowardTheStateBeforeAndCancelRestores) {
     EXPECT_EQ(BufR(1, 1), 0);
     EXPECT_TRUE(FadeR.empty());
 }
+
+TEST_F(UndoTest, FadeCancelAfterANewDocumentKeepsThePlanesTogether) {
+    MakeTestDocument(8, 8);
+    SaveUndo();
+    FadePrevious_Click();
+    MakeTestDocument(20, 10);  // a new buffer while the fade panel is still open
+    FadeLast::HScroll1.Value = 100;
+    FadeLast::Command2_Click();
+    EXPECT_EQ(BufR.ubX(), 20);
+    EXPECT_EQ(BufG.ubY(), 10);
+    EXPECT_EQ(BufB.ubX(), BufA.ubX());
+    EXPECT_TRUE(FadeR.empty());
+}
