@@ -2,6 +2,7 @@
 #include "shell/Keys.h"
 
 #include <QAbstractSpinBox>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -55,6 +56,9 @@ int16_t ShiftOf(Qt::KeyboardModifiers m) {
 bool KeyForwarder::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
     if (!watched->isWidgetType() || KeepsOwnKeys(watched)) return false;
+    // A box is up (size, question, message, value): the canvas gets no input
+    // until it is answered, and the box keeps its keys.
+    if (QApplication::activeModalWidget()) return false;
     auto* w = static_cast<QWidget*>(watched);
     if (!w->isWindow() && w != w->window()->focusWidget() && w->window()->focusWidget()) {
         // Only the focus widget's copy of the event is forwarded, once.

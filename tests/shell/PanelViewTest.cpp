@@ -109,3 +109,37 @@ TEST(Keys, MenuCaptionsPutTheirKeyInTheShortcutColumn) {
     EXPECT_EQ(MenuText("Resample..."), "Resample...");
     EXPECT_EQ(MenuText("Alpha on/off     \\"), "Alpha on/off\t\\");
 }
+
+TEST(Keys, PanelsForwardTheirKeysButAModalBoxKeepsThem) {
+    App_();
+    ScriptedHost host;
+    KeyForwarder keys;
+    qApp->installEventFilter(&keys);
+    Form f("KeyPanel", "Keys");
+    ListBox list(f, "List1");
+    list.AddItem("one");
+    PanelView view(f, nullptr);
+    auto* w = Only<QListWidget>(view);
+    ASSERT_NE(w, nullptr);
+    view.show();
+    QApplication::setActiveWindow(&view);
+    w->setFocus();
+
+    ::App.KeyDownCode = 0;
+    QTest::keyPress(w, Qt::Key_F3);  // a key no command uses: only KeyDownCode shows it
+    EXPECT_EQ(::App.KeyDownCode, 114);
+    QTest::keyRelease(w, Qt::Key_F3);
+
+    // While a box is up the canvas gets no input, not even through the box's own keys.
+    view.hide();
+    view.setWindowModality(Qt::ApplicationModal);
+    view.show();
+    QApplication::setActiveWindow(&view);
+    w->setFocus();
+    ::App.KeyDownCode = 0;
+    QTest::keyPress(w, Qt::Key_F3);
+    EXPECT_EQ(::App.KeyDownCode, 0);
+    QTest::keyRelease(w, Qt::Key_F3);
+    view.hide();
+    qApp->removeEventFilter(&keys);
+}
