@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <string>
 
 #include "core/AppState.h"
@@ -65,6 +66,18 @@ void SetBufferSize(int w, int h) {
 
 bool DocumentExists() { return !BufR.empty(); }
 
+uint64_t ReadAvailableMemory() {
+    std::ifstream in("/proc/meminfo");
+    std::string key;
+    uint64_t kb = 0;
+    std::string unit;
+    while (in >> key >> kb >> unit)
+        if (key == "MemAvailable:") return kb * 1024;
+    return UINT64_MAX;  // no way to tell: let the allocation decide
+}
+
+std::function<uint64_t()> AvailableMemory = ReadAvailableMemory;
+
 void FillPicture(Plane& p, uint8_t v) {
     int w = std::min(BufferWidth(), p.ubX()), h = std::min(BufferHeight(), p.ubY());
     for (int y = 0; y < h; ++y) std::fill_n(p.row(y), static_cast<size_t>(std::max(w, 0)), v);
@@ -97,15 +110,27 @@ bool CreateNewDocument(bool ask) {
         w = BufferWidth();
         h = BufferHeight();
     }
+    // Check the memory first: the system may promise more than it can give, and
+    // the zero fill would then end the program instead of failing here. The old
+    // document is freed only after the new one exists, so it does not count as free.
+    const uint64_t plane = static_cast<uint64_t>(w + 1) * static_cast<uint64_t>(h + 1);
+    const uint64_t available = AvailableMemory ? AvailableMemory() : UINT64_MAX;
+    auto need = [&](int slots) { return plane * (11 + 4 * static_cast<uint64_t>(slots)); };
+    int16_t last = UndoSlotsForBudget(App.UndoMegs, w, h);
+    if (need(last + 1) > available) last = 1;  // the ring keeps its two slots
     NewPlanes n;
     try {
-        n.ring = MakeUndoRing(App.UndoMegs, w, h);
+        if (need(2) > available) throw std::bad_alloc();
+        n.ring = MakeUndoRing(App.UndoMegs, w, h, last);
         for (Plane* p : {&n.r, &n.g, &n.b, &n.a, &n.ur, &n.ug, &n.ub, &n.sr, &n.sg, &n.sb, &n.marquee})
             p->alloc(w, h);
     } catch (const std::bad_alloc&) {
+        bool first = !DocumentExists();
         Kelpwick_MsgBox("Not enough memory for a buffer of " + std::to_string(w) + " by " + std::to_string(h) +
-                        " pixels. The current buffer is kept.");
+                        (first ? " pixels." : " pixels. The current buffer is kept."));
         RestoreSizeText();
+        // With no document yet, the program goes on with one of the default size.
+        if (first && (w != 320 || h != 240)) return CreateNewDocument(false);
         return false;
     }
     App.LockCount = 0;

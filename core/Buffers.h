@@ -2,6 +2,8 @@
 // text in the size dialog's two fields; BufferWidth/BufferHeight read it.
 #pragma once
 
+#include <functional>
+
 #include "core/Plane.h"
 
 extern Plane BufR, BufG, BufB, BufA;
@@ -28,6 +30,10 @@ constexpr int MaxBufferSide = 32767;  // loops index pixels with 16-bit values
 // the old document. Returns false when nothing changed.
 bool CreateNewDocument(bool ask);
 bool DocumentExists();
+// Memory the system can give now, in bytes; CreateNewDocument refuses a size
+// that cannot fit. Replaceable so that tests can play a small machine.
+extern std::function<uint64_t()> AvailableMemory;
+uint64_t ReadAvailableMemory();
 
 void SwapBuffers();
 void FillPicture(Plane& p, uint8_t v);  // the picture area only, not the extra row/column

@@ -66,9 +66,9 @@ int16_t UndoSlotsForBudget(int32_t megs, double w, double h) {
     return static_cast<int16_t>(std::min(n, 32766.0));
 }
 
-UndoRingSet MakeUndoRing(int32_t megs, int w, int h) {
+UndoRingSet MakeUndoRing(int32_t megs, int w, int h, int16_t last) {
     UndoRingSet set;
-    int16_t n = UndoSlotsForBudget(megs, w, h);
+    int16_t n = std::min(UndoSlotsForBudget(megs, w, h), std::max<int16_t>(last, 1));
     try {
         set.r.alloc(w, h, n);
         set.g.alloc(w, h, n);
@@ -101,7 +101,7 @@ int16_t AllocUndoArray(int32_t megs) {
     UndoRingG.free();
     UndoRingB.free();
     UndoRingA.free();
-    InstallUndoRing(MakeUndoRing(megs, BufferWidth(), BufferHeight()));
+    InstallUndoRing(MakeUndoRing(megs, BufferWidth(), BufferHeight(), 32766));
     return UndoLast;
 }
 

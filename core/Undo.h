@@ -28,5 +28,6 @@ struct UndoRingSet {
     std::vector<UndoSlotState> states;
     int16_t last = 0;
 };
-UndoRingSet MakeUndoRing(int32_t megs, int w, int h);
+// `last` is the highest slot index wanted (from the budget, or 1 when memory is short).
+UndoRingSet MakeUndoRing(int32_t megs, int w, int h, int16_t last);
 void InstallUndoRing(UndoRingSet&& set);

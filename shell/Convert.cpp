@@ -9,7 +9,6 @@ QString MenuText(const std::string& caption) {
     if (!m.hasMatch()) return c;
     QString label = c.left(m.capturedStart());
     QString key = c.mid(m.capturedEnd()).trimmed();
-    key.remove('&');
-    key.replace(" / ", " | ");
+    key.remove('&');  // no mnemonic in the shortcut column
     return label + '\t' + key;
 }

@@ -282,3 +282,29 @@ TEST_F(BuffersTest, SizeTextAheadOfThePlanesStaysInsideThem) {
     InvertAlpha_Click();
     EXPECT_FALSE(FindSelection(l, t, r, b));
 }
+
+TEST_F(BuffersTest, SizeBeyondTheMemoryIsRefusedBeforeAnythingIsTouched) {
+    MakeTestDocument(64, 48);
+    Stamp(8);
+    auto real = AvailableMemory;
+    AvailableMemory = [] { return uint64_t{2000000}; };
+    SetBufferSize(2000, 2000);
+    host.ExpectMessage("Not enough memory for a buffer of 2000 by 2000 pixels. The current buffer is kept.");
+    EXPECT_FALSE(CreateNewDocument(false));
+    EXPECT_EQ(BufferWidth(), 64);
+    EXPECT_EQ(BufR(1, 1), 8);
+
+    // Short of memory for the whole budget, the ring keeps its two slots.
+    SetBufferSize(100, 100);
+    ASSERT_TRUE(CreateNewDocument(false));
+    EXPECT_EQ(UndoLast, 1);
+
+    // With no document yet, a size that cannot fit gives way to the default one.
+    for (Plane* p : {&BufR, &BufG, &BufB, &BufA}) p->free();
+    SetBufferSize(5000, 5000);
+    host.ExpectMessage("Not enough memory for a buffer of 5000 by 5000 pixels.");
+    EXPECT_TRUE(CreateNewDocument(false));
+    EXPECT_EQ(BufferWidth(), 320);
+    EXPECT_EQ(BufR.ubX(), 320);
+    AvailableMemory = real;
+}

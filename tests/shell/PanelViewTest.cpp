@@ -105,7 +105,7 @@ TEST(Keys, ClassicCodesOfQtKeys) {
 
 TEST(Keys, MenuCaptionsPutTheirKeyInTheShortcutColumn) {
     EXPECT_EQ(MenuText("Swap buffers                          j"), "Swap buffers\tj");
-    EXPECT_EQ(MenuText("Undo   u / ctrl &z"), "Undo\tu | ctrl z");
+    EXPECT_EQ(MenuText("Undo   u / ctrl &z"), "Undo\tu / ctrl z");
     EXPECT_EQ(MenuText("Resample..."), "Resample...");
     EXPECT_EQ(MenuText("Alpha on/off     \\"), "Alpha on/off\t\\");
 }
