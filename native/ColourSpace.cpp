@@ -21,10 +21,10 @@ void RGB_To_HSV(float r, float g, float b, float& h, float& s, float& v) {
 }
 
 void HSV_To_RGB(float& r, float& g, float& b, float h, float s, float v) {
-    s = std::clamp(s, 0.0f, 1.0f);
-    v = std::clamp(v, 0.0f, 1.0f);
+    // s and v are taken as they come: the brush's colour jitter pushes them past
+    // 0..1 on purpose, and only the components are held to 0..1.
     if (h == -1.0f || s == 0 || !std::isfinite(h)) {
-        r = g = b = v;
+        r = g = b = std::clamp(v, 0.0f, 1.0f);
         return;
     }
     h = std::fmod(h, 360.0f);

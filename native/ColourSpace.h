@@ -7,6 +7,7 @@ namespace kwfilter {
 // h in 0..360 (0 for a grey), s and v in 0..1.
 void RGB_To_HSV(float r, float g, float b, float& h, float& s, float& v);
 // The outputs come first. h = -1 stands for no hue and gives r = g = b = v;
-// any other h is taken modulo 360. s, v and the outputs are held to 0..1.
+// any other h is taken modulo 360. s and v may lie outside 0..1 (the hexcone
+// formulas take them as they are); the outputs are held to 0..1.
 void HSV_To_RGB(float& r, float& g, float& b, float h, float s, float v);
 }  // namespace kwfilter

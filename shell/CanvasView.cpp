@@ -80,9 +80,10 @@ QRect CanvasView::brushOutline() const {
 }
 
 void CanvasView::moveBrushOutline(const QPoint& to) {
-    QRect before = brushOutline();
+    const QRect before = drawnOutline_;
     cursor_ = to;
-    QRect after = brushOutline();
+    const QRect after = brushOutline();
+    drawnOutline_ = after;
     if (before != after) viewport()->update(QRegion(before.adjusted(-1, -1, 1, 1)) + after.adjusted(-1, -1, 1, 1));
 }
 

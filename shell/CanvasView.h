@@ -39,4 +39,5 @@ private:
     void moveBrushOutline(const QPoint& to);
     int contentW_ = 0, contentH_ = 0;
     QPoint cursor_{-1, -1};  // viewport position, or (-1, -1) when outside
+    QRect drawnOutline_;     // where the outline was last asked to show: the size may change under it
 };

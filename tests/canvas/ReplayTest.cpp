@@ -82,7 +82,7 @@ TEST_F(CanvasTest, RecordedStrokesReplayToTheirChecksums) {
              BrushOptions::Check1.Value = 1;
              Form2::Shape4.FillColor = vb::RGB(20, 160, 60);
          },
-         0x3818e71fc6628493ull},
+         0x075be38adf9c0390ull},
         {"paper-multiply",
          [] {
              PickStockBrush(4);
