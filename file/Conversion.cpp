@@ -177,9 +177,11 @@ uint8_t ConvertToTarga(const std::string& source, const std::string& target) {
     p.setStandardOutputFile(QProcess::nullDevice());
     // Only the first frame of a many-frame file; upright as other viewers show it;
     // 8 bits per channel and no compression, so that the reader takes every result.
+    // A palette picture would be written colour-mapped, where its transparency has
+    // no place: adding nothing makes it direct colour, with alpha when it has some.
     p.start(Q(ConversionProgram),
-            {input, "-auto-orient", "-delete", "1--1", "-orient", "TopLeft", "-compress", "None", "-depth",
-             "8", "-define", "filename:literal=true", "TGA:" + Absolute(target)});
+            {input, "-auto-orient", "-delete", "1--1", "-evaluate", "Add", "0", "-orient", "TopLeft", "-compress",
+             "None", "-depth", "8", "-define", "filename:literal=true", "TGA:" + Absolute(target)});
     if (!p.waitForStarted(10000)) {
         StatusProcessing();
         Kelpwick_MsgBox("The conversion service could not be started: ImageMagick's '" + ConversionProgram +

@@ -103,6 +103,7 @@ TEST(Conversion, ImportsLookAsOtherViewersShowThem) {
         {"grey.png", "im.convert('L').save(p)", false},
         {"greya.png", "im.convert('LA').save(p)", true},
         {"pic.gif", "im.convert('RGB').quantize(20).save(p)", false},
+        {"tr.gif", "q = im.convert('RGB').quantize(20); q.save(p, transparency=3)", true},
         {"pic.bmp", "im.convert('RGB').save(p)", false},
         {"pic.tif", "im.save(p)", true},
         {"bl.tga", "im.convert('RGB').save(p)", false},  // a Targa through the converter as well
