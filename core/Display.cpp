@@ -103,7 +103,9 @@ void DemensionRefreshBuff() {
 namespace {
 // Converts window rectangle (l, t, r, b) of the zoomed picture into the screen image.
 void Convert(int l, int t, int r, int b) {
-    int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
+    // The planes' own bounds give the stride: the size text may run ahead of them
+    // while a dialog is open, and the picture must not shear meanwhile.
+    int W = BufR.ubX(), H = BufR.ubY();
     if (BufR.empty() || W <= 0 || H <= 0) return;
     int z = App.ZoomPercent;
     int ox = ScreenBitmap.OriginX, oy = ScreenBitmap.OriginY;
@@ -145,8 +147,8 @@ void Convert(int l, int t, int r, int b) {
 
 void PaintOutside() {
     if (DisplayBits == 16 || RefreshBuff32.empty()) return;
-    long long zw = static_cast<long long>(std::min(BufferWidth(), BufR.ubX())) * App.ZoomPercent / 100;
-    long long zh = static_cast<long long>(std::min(BufferHeight(), BufR.ubY())) * App.ZoomPercent / 100;
+    long long zw = static_cast<long long>(BufR.ubX()) * App.ZoomPercent / 100;
+    long long zh = static_cast<long long>(BufR.ubY()) * App.ZoomPercent / 100;
     if (ScreenBitmap.OriginX + ScreenBitmap.Width <= zw && ScreenBitmap.OriginY + ScreenBitmap.Height <= zh) return;
     std::fill(RefreshBuff32.begin(), RefreshBuff32.end(), OutsideColour);
 }
@@ -239,7 +241,7 @@ void DisplayMarquee() {
     if (DisplayBroken == 255 || MarqueePlane.empty() || DisplayBits != 32 || RefreshBuff32.empty()) return;
     bool ran = Form1::Timer1.TimerEnabled;
     Form1::Timer1.TimerEnabled = false;
-    int W = std::min(BufferWidth(), MarqueePlane.ubX()), H = std::min(BufferHeight(), MarqueePlane.ubY());
+    int W = MarqueePlane.ubX(), H = MarqueePlane.ubY();
     kwpaint::DispMarquee(RefreshBuff32.data(), RefreshStride32, RefreshRows32, MarqueePlane.data(), W, H,
                          App.ZoomPercent, MarqueePhase, ScreenBitmap.OriginX, ScreenBitmap.OriginY);
     host().CanvasImageChanged(0, 0, ScreenBitmap.Width, ScreenBitmap.Height);

@@ -189,3 +189,12 @@ TEST_F(DisplayTest, PanelsShareOneColourSchemeAndPattern) {
     EXPECT_EQ(&Draw_Pattern(FadeLast::form), &Draw_Pattern(Nav::form));
     (void)b;
 }
+
+TEST_F(DisplayTest, SizeTextAheadOfThePlanesDoesNotShearThePicture) {
+    MakeTestDocument(40, 30);
+    BufR(10, 5) = 7;
+    SetBufferSize(33, 30);  // a dialog has written a new size; the planes follow later
+    RedisplayWindow();
+    EXPECT_EQ(Screen(10, 5) >> 16, 7u);
+    SetBufferSize(40, 30);
+}
