@@ -242,13 +242,13 @@ void Combo2_Click() {
 }
 
 void Command6_Click() {
-    FileDialogSpec spec;
-    spec.Title = "Save gradient";
-    spec.Filter = "Gradients (*.grd)|*.grd";
-    spec.InitDir = App.StartDirectory;
-    spec.FileName = "";
+    FileDialogSpec dialog;
+    dialog.Title = "Save gradient";
+    dialog.Filter = "Gradients (*.grd)|*.grd";
+    dialog.InitDir = App.StartDirectory;
+    dialog.FileName = "";
     // Any failure ends in the same closing steps, silently.
-    if (auto path = host().SaveFileDialog(spec)) {
+    if (auto path = host().SaveFileDialog(dialog)) {
         WriteGradientFile(*path);
         Combo2_GotFocus();
     }

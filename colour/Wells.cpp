@@ -72,22 +72,22 @@ void Loadwell(const std::string& path) {
 }
 
 void SaveWells_Click() {
-    FileDialogSpec spec;
-    spec.Title = "Save wells";
-    spec.Filter = WellFilter;
-    spec.InitDir = App.StartDirectory;
-    if (auto path = host().SaveFileDialog(spec)) {
+    FileDialogSpec dialog;
+    dialog.Title = "Save wells";
+    dialog.Filter = WellFilter;
+    dialog.InitDir = App.StartDirectory;
+    if (auto path = host().SaveFileDialog(dialog)) {
         SaveWell(*path);
         Form2::Combo5_GotFocus();
     }
 }
 
 void Loadwells_Click() {
-    FileDialogSpec spec;
-    spec.Title = "Load wells";
-    spec.Filter = WellFilter;
-    spec.InitDir = App.StartDirectory;
-    if (auto path = host().OpenFileDialog(spec)) Loadwell(*path);
+    FileDialogSpec dialog;
+    dialog.Title = "Load wells";
+    dialog.Filter = WellFilter;
+    dialog.InitDir = App.StartDirectory;
+    if (auto path = host().OpenFileDialog(dialog)) Loadwell(*path);
 }
 
 void pickfromWell(int well) {

@@ -48,8 +48,8 @@ public:
     virtual bool CanvasIsActive() { return true; }
 
     // Common dialogs: empty / nullopt when cancelled.
-    virtual std::optional<std::string> OpenFileDialog(FileDialogSpec& spec) = 0;
-    virtual std::optional<std::string> SaveFileDialog(FileDialogSpec& spec) = 0;
+    virtual std::optional<std::string> OpenFileDialog(FileDialogSpec& dialog) = 0;
+    virtual std::optional<std::string> SaveFileDialog(FileDialogSpec& dialog) = 0;
     virtual std::optional<uint32_t> ChooseColor(uint32_t initial) = 0;
 
     // A document in the user's viewer (the help page); false when none starts.

@@ -112,11 +112,11 @@ void MDIBackground_Click() {
 }
 
 void MDIbackgroundBitmap_Click() {
-    FileDialogSpec spec;
-    spec.Title = "MDI background bitmap";
-    spec.Filter = "Pictures (*.bmp;*.png;*.jpg)|*.bmp;*.png;*.jpg|All files (*.*)|*.*";
-    spec.InitDir = App.StartDirectory;
-    if (auto path = host().OpenFileDialog(spec)) {
+    FileDialogSpec dialog;
+    dialog.Title = "MDI background bitmap";
+    dialog.Filter = "Pictures (*.bmp;*.png;*.jpg)|*.bmp;*.png;*.jpg|All files (*.*)|*.*";
+    dialog.InitDir = App.StartDirectory;
+    if (auto path = host().OpenFileDialog(dialog)) {
         BackBitmap = *path;
         form.propertyChanged(&BackColor);  // the view repaints with the new picture
     }

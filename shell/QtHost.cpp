@@ -155,23 +155,23 @@ QString QtFilterOf(const std::string& filter, int index, QString* selected) {
 }
 
 namespace {
-std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogSpec& spec, bool save) {
+std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogSpec& dialog, bool save) {
     QString selected;
-    QString filters = QtFilterOf(spec.Filter, spec.FilterIndex, &selected);
-    QString start = Q(spec.InitDir);
-    if (!spec.FileName.empty()) start = QFileInfo(QDir(start), Q(spec.FileName)).filePath();
-    QString path = save ? QFileDialog::getSaveFileName(parent, Q(spec.Title), start, filters, &selected)
-                        : QFileDialog::getOpenFileName(parent, Q(spec.Title), start, filters, &selected);
+    QString filters = QtFilterOf(dialog.Filter, dialog.FilterIndex, &selected);
+    QString start = Q(dialog.InitDir);
+    if (!dialog.FileName.empty()) start = QFileInfo(QDir(start), Q(dialog.FileName)).filePath();
+    QString path = save ? QFileDialog::getSaveFileName(parent, Q(dialog.Title), start, filters, &selected)
+                        : QFileDialog::getOpenFileName(parent, Q(dialog.Title), start, filters, &selected);
     if (path.isEmpty()) return std::nullopt;
     QStringList all = filters.split(";;");
-    spec.FilterIndex = static_cast<int>(all.indexOf(selected)) + 1;
-    spec.FileName = path.toStdString();
+    dialog.FilterIndex = static_cast<int>(all.indexOf(selected)) + 1;
+    dialog.FileName = path.toStdString();
     return path.toStdString();
 }
 }  // namespace
 
-std::optional<std::string> QtHost::OpenFileDialog(FileDialogSpec& spec) { return RunFileDialog(main_, spec, false); }
-std::optional<std::string> QtHost::SaveFileDialog(FileDialogSpec& spec) { return RunFileDialog(main_, spec, true); }
+std::optional<std::string> QtHost::OpenFileDialog(FileDialogSpec& dialog) { return RunFileDialog(main_, dialog, false); }
+std::optional<std::string> QtHost::SaveFileDialog(FileDialogSpec& dialog) { return RunFileDialog(main_, dialog, true); }
 
 std::optional<uint32_t> QtHost::ChooseColor(uint32_t initial) {
     QColor c = QColorDialog::getColor(QColorOf(initial), main_);
