@@ -138,8 +138,7 @@ kwbrush::DabSettings SegmentSettings() {
     s.dry = DrybrushOn != 0;
     s.negative = NegativeOn != 0;
     s.strength = PaperStrength;
-    if (PaperWidth > 0 && PaperHeight > 0 && PaperB.ubX() >= PaperWidth - 1 && PaperB.ubY() >= PaperHeight - 1 &&
-        SamePlaneShape(PaperB, PaperF)) {
+    if (PaperUsable()) {
         s.paperF = PaperF.data();
         s.paperB = PaperB.data();
         s.paperStride = PaperB.stride();
@@ -154,8 +153,7 @@ kwbrush::DabSettings SegmentSettings() {
     }
     s.pantoX = PantoX;
     s.pantoY = PantoY;
-    if (BrushWidth > 0 && BrushHeight > 0 && BrushR.ubX() >= BrushWidth - 1 && BrushR.ubY() >= BrushHeight - 1 &&
-        SamePlaneShape(BrushG, BrushR) && SamePlaneShape(BrushB, BrushR)) {
+    if (CustomBrushUsable()) {
         s.br = BrushR.data();
         s.bg = BrushG.data();
         s.bb = BrushB.data();

@@ -29,11 +29,6 @@ const uint8_t* FillModeTable(int mode, bool& swapped) {
     }
 }
 
-bool BrushUsable() {
-    return BrushWidth > 0 && BrushHeight > 0 && BrushR.ubX() >= BrushWidth && BrushR.ubY() >= BrushHeight &&
-           BrushG.ubX() == BrushR.ubX() && BrushB.ubX() == BrushR.ubX() && BrushG.ubY() == BrushR.ubY() &&
-           BrushB.ubY() == BrushR.ubY();
-}
 }  // namespace
 
 DeliverContext DeliverBegin() {
@@ -53,15 +48,14 @@ DeliverContext DeliverBegin() {
     c.dry = DrybrushOn != 0;
     c.negative = NegativeOn != 0;
     c.strength = PaperStrength;
-    if (PaperWidth > 0 && PaperHeight > 0 && PaperB.ubX() >= PaperWidth - 1 && PaperB.ubY() >= PaperHeight - 1 &&
-        PaperF.ubX() == PaperB.ubX() && PaperF.ubY() == PaperB.ubY()) {
+    if (PaperUsable()) {
         c.paperB = PaperB.data();
         c.paperF = PaperF.data();
         c.paperStride = PaperB.stride();
         c.paperW = PaperWidth;
         c.paperH = PaperHeight;
     }
-    if (BrushUsable()) {
+    if (CustomBrushUsable()) {
         c.brushR = BrushR.data();
         c.brushG = BrushG.data();
         c.brushB = BrushB.data();

@@ -124,3 +124,8 @@ void Image4_Click() { PickStockPaper(4); }
 void Image5_Click() { PickStockPaper(5); }
 void Image6_Click() { PickStockPaper(6); }
 }  // namespace Form2
+
+bool PaperUsable() {
+    return PaperWidth > 0 && PaperHeight > 0 && PaperB.ubX() >= PaperWidth - 1 && PaperB.ubY() >= PaperHeight - 1 &&
+           PaperF.ubX() == PaperB.ubX() && PaperF.ubY() == PaperB.ubY();
+}

@@ -20,6 +20,8 @@ constexpr int StockPaperCount = 6;
 std::vector<uint8_t> MakeStockPaper(int index);
 
 void RefreshPaperBuff();
+// True when both paper planes are built and cover the paper size: loops may read them.
+bool PaperUsable();
 void ClearPaperBorderStyles();
 // Picks stock paper 1..6 as Image1_Click .. Image6_Click do.
 void PickStockPaper(int number);

@@ -291,3 +291,9 @@ bool FindSelection(int& left, int& top, int& right, int& bottom) {
     }
     return right >= 0;
 }
+
+bool CustomBrushUsable() {
+    return BrushWidth > 0 && BrushHeight > 0 && BrushR.ubX() >= BrushWidth && BrushR.ubY() >= BrushHeight &&
+           BrushG.ubX() == BrushR.ubX() && BrushB.ubX() == BrushR.ubX() && BrushG.ubY() == BrushR.ubY() &&
+           BrushB.ubY() == BrushR.ubY();
+}

@@ -16,6 +16,9 @@ extern Plane TempPlane;
 // a width of 0 means there is none.
 extern Plane BrushR, BrushG, BrushB, BrushA;
 extern int16_t BrushWidth, BrushHeight;
+// True when a custom brush exists and its planes cover it with the extra column
+// and row that interpolating reads land on.
+bool CustomBrushUsable();
 
 // Val of the text, rounded half to even; a failed parse gives 0.
 int BufferWidth();
