@@ -2,26 +2,30 @@
 // edges of the picture, the pickers' arithmetic and the start-up files.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "colour/Colour.h"
 #include "colour/DeliverPixel.h"
 #include "colour/Gradient.h"
 #include "colour/Gradients.h"
-#include "colour/Paper.h"
 #include "colour/Pickers.h"
 #include "colour/Wells.h"
 #include "core/AppState.h"
-#include "core/Buffers.h"
 #include "core/Form1.h"
 #include "core/Form2.h"
 #include "core/MDIForm1.h"
 #include "core/Undo.h"
-#include "core/vb.h"
-#include "tests/support/ScriptedHost.h"
+#include "tests/colour/ColourFixture.h"
 
 namespace {
+using namespace colourtest;
+
+// The colour folder's procedures are bound into the menus, keys and tool panel
+// once, as at start-up, before any test of this program runs.
+class BoundColour : public ::testing::Environment {
+public:
+    void SetUp() override { BindColourMenus(); }
+};
+const auto* const bound = ::testing::AddGlobalTestEnvironment(new BoundColour);
+
 class FillTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -31,6 +35,10 @@ protected:
         App.FillMode = 0;
         Form2::HScroll4.Value = 255;
     }
+    void Key(char c) {
+        int16_t key = c;
+        Form1::Form_KeyPress(key);
+    }
     ScriptedHost host;
 };
 
@@ -38,66 +46,52 @@ TEST_F(FillTest, MenuAndKeyFillTheWholePictureWithAnUndoStep) {
     Form2::Shape4.FillColor = vb::RGB(9, 8, 7);
     MDIForm1::Buffer_Fill.press();
     for (int y = 0; y < 5; ++y)
-        for (int x = 0; x < 7; ++x) ASSERT_EQ(vb::RGB(BufR(x, y), BufG(x, y), BufB(x, y)), vb::RGB(9, 8, 7));
+        for (int x = 0; x < 7; ++x) ASSERT_EQ(PixelAt(x, y), vb::RGB(9, 8, 7));
     EXPECT_EQ(BufR(7, 0), 0) << "the extra column is not part of the picture";
-
-    // Key q with a horizontal gradient and half opacity.
+    // Key q with a horizontal black to white gradient and half opacity.
     App.FillStyle = 1;
-    App.GradientIndex = 0;  // black to white
+    App.GradientIndex = 0;
     Form2::HScroll4.Value = 128;
-    int16_t key = 'q';
-    Form1::Form_KeyPress(key);
+    Key('q');
     EXPECT_EQ(App.Opacity, 128);
     EXPECT_EQ(BufR(0, 0), (0 * 128 + 9 * 127) / 255);
     EXPECT_EQ(BufR(6, 0), (255 * 128 + 9 * 127) / 255);
     RepaintUndo();
     EXPECT_EQ(BufR(6, 0), 9) << "undo brings back the first fill";
-    App.FillStyle = 0;
-    Form2::HScroll4.Value = 255;
 }
 
 TEST_F(FillTest, KeysShowTheGradientPanelAndStepThroughTheGradient) {
-    int16_t key = 'p';
-    Form1::Form_KeyPress(key);
+    Key('p');
     EXPECT_NE(std::find(host.shown.begin(), host.shown.end(), "Gradient"), host.shown.end());
     App.GradientIndex = 0;
-    key = '[';
-    Form1::Form_KeyPress(key);  // below 0 goes to 255: white
+    Key('[');  // below 0 goes to 255: white
     EXPECT_EQ(Form2::Shape4.FillColor, 0xFFFFFFu);
-    key = ']';
-    Form1::Form_KeyPress(key);  // past 255 back to 0: black
+    Key(']');  // past 255 back to 0: black
     EXPECT_EQ(Form2::Shape4.FillColor, 0u);
 }
 
 TEST_F(FillTest, BasterAveragesWithADarkerEdge) {
     for (Plane* p : {&BufR, &BufG, &BufB}) FillPicture(*p, 255);
     BufG(3, 2) = 0;
-    int32_t r, g, b;
-    MenuEntry* sizes[] = {&Menus::Baster1, &Menus::baster5, &Menus::baster9};
-    sizes[0]->press();
-    TurkeyColor(3, 2, r, g, b);
-    EXPECT_EQ(g, 0);
-    sizes[1]->press();
-    EXPECT_FALSE(Menus::Baster1.Checked);
-    TurkeyColor(0, 0, r, g, b);
-    EXPECT_EQ(r, 113) << "four of nine pixels lie on the picture: 4 * 255 / 9";
-    TurkeyColor(3, 2, r, g, b);
-    EXPECT_EQ(g, 227) << "round(8 * 255 / 9)";
-    sizes[2]->press();
-    TurkeyColor(6, 4, r, g, b);
-    EXPECT_EQ(r, 92) << "nine of twenty-five: round(91.8)";
-    TurkeyColor(-1, 0, r, g, b);
-    EXPECT_EQ(r + g + b, 0);
-    TurkeyColor(0, 6, r, g, b);
-    EXPECT_EQ(r + g + b, 0);
-    sizes[0]->press();
-
+    // Pixels off the picture count as black: four of nine at the corner is 4 * 255 / 9.
+    struct Case { MenuEntry* size; int x, y, r, g; };
+    const Case cases[] = {{&Menus::Baster1, 3, 2, 255, 0},   {&Menus::baster5, 0, 0, 113, 113},
+                          {&Menus::baster5, 3, 2, 255, 227}, {&Menus::baster9, 6, 4, 92, 92},
+                          {&Menus::baster9, -1, 0, 0, 0},    {&Menus::baster9, 0, 6, 0, 0}};
+    for (const Case& c : cases) {
+        c.size->press();
+        int32_t r, g, b;
+        TurkeyColor(c.x, c.y, r, g, b);
+        EXPECT_EQ(vb::RGB(r, g, b), vb::RGB(c.r, c.g, c.r)) << c.size->Name << " at " << c.x << "," << c.y;
+    }
+    EXPECT_FALSE(Menus::Baster1.Checked) << "one size checked at a time";
+    Menus::Baster1.press();
     uint8_t out = 1;
     int16_t x = 3, y = 2, far = 100;
     AlphaGPixel(x, y, out);
     EXPECT_EQ(out, 0);
     AlphaRPixel(far, y, out);
-    EXPECT_EQ(out, 0);
+    EXPECT_EQ(out, 0) << "off the picture reads 0";
 }
 
 TEST_F(FillTest, PickersTurnPositionsIntoColoursOnTheSliders) {
@@ -107,12 +101,10 @@ TEST_F(FillTest, PickersTurnPositionsIntoColoursOnTheSliders) {
     Hsv back = ColourToHsv(vb::RGB(0, 128, 255));
     EXPECT_NEAR(back.h, 210, 0.5);
     EXPECT_EQ(HsvToColour(back), vb::RGB(0, 128, 255));
-
     // Spectrum: top is white, the middle the pure hue, the bottom black.
     EXPECT_EQ(HsvToColour(SpectrumAt(0, 0, 200, 101).hsv), 0xFFFFFFu);
     EXPECT_EQ(HsvToColour(SpectrumAt(0, 50, 200, 101).hsv), vb::RGB(255, 0, 0));
     EXPECT_EQ(HsvToColour(SpectrumAt(0, 100, 200, 101).hsv), 0u);
-
     // The wheel: right of the centre on the ring is red, above it is hue 90.
     PickResult ring = WheelAt(158, 79.5f, 160, 160, {}, PickZone::None);
     EXPECT_EQ(ring.zone, PickZone::Hue);
@@ -123,29 +115,23 @@ TEST_F(FillTest, PickersTurnPositionsIntoColoursOnTheSliders) {
     EXPECT_NEAR(centre.hsv.s, 0.5, 0.02);
     EXPECT_NEAR(centre.hsv.v, 0.5, 0.02);
     EXPECT_EQ(WheelAt(1, 1, 160, 160, {}, PickZone::None).zone, PickZone::None) << "the corner is neither";
-
-    // A pick through the panel: the sv square's top right corner is the pure hue.
+    // A pick through the panel: the sv square's top left is white, its top right the pure hue.
     Form2::TabBox.ListIndex = 2;
     SetPrimaryColour(vb::RGB(0, 0, 255));
     Form2::Picture56_MouseDown(1, 0, 0, 0);
-    EXPECT_EQ(Form2::Shape4.FillColor, 0xFFFFFFu) << "top left: no saturation, full value";
+    EXPECT_EQ(Form2::Shape4.FillColor, 0xFFFFFFu);
     Form2::Picture56_MouseMove(1, 0, 1000, -5);  // dragging beyond the square keeps to its edge
     EXPECT_EQ(Form2::Shape4.FillColor, vb::RGB(0, 0, 255));
     EXPECT_EQ(Form2::hscroll3.Value, 255);
-    // Black keeps the hue the pickers had.
-    Form2::HScroll1.Value = 0;
-    Form2::hscroll2.Value = 0;
-    Form2::hscroll3.Value = 0;
-    EXPECT_NEAR(PickerHsv().h, 240, 0.5);
+    Form2::HScroll1.Value = Form2::hscroll2.Value = Form2::hscroll3.Value = 0;
+    EXPECT_NEAR(PickerHsv().h, 240, 0.5) << "black keeps the hue the pickers had";
     Form2::TabBox.ListIndex = 0;
-
     host.colours.push_back(vb::RGB(3, 4, 5));
     MDIForm1::WPickColor.press();
     EXPECT_EQ(Form2::hscroll2.Value, 4);
 }
 
 TEST_F(FillTest, StartupReadsTheDefaultFilesAndIsSilentWithoutThem) {
-    namespace fs = std::filesystem;
     fs::path dir = fs::temp_directory_path() / "kw-startup";
     fs::create_directories(dir);
     App.StartDirectory = dir.string();
@@ -153,12 +139,8 @@ TEST_F(FillTest, StartupReadsTheDefaultFilesAndIsSilentWithoutThem) {
     StartupDefaultFiles();  // nothing there: the wells and ramps stay
     EXPECT_EQ(Form2::Well(3).Color, DefaultWellColour(3));
     EXPECT_EQ(Grad(255, 0, 0), 255);
-    {
-        std::ofstream wl(dir / "def_Well.wl", std::ios::binary);
-        wl << " 77 \r\n";
-        std::ofstream grd(dir / "Def_Gradient.grd", std::ios::binary);
-        grd << std::string(8192, '\x05');
-    }
+    WriteAll((dir / "def_Well.wl").string(), " 77 \r\n");
+    WriteAll((dir / "Def_Gradient.grd").string(), std::string(8192, '\x05'));
     StartupDefaultFiles();
     EXPECT_EQ(Form2::Well(0).Color, 77u);
     EXPECT_EQ(Grad(255, 0, 0), 5);

@@ -3,13 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 #include "colour/Paper.h"
 #include "core/Display.h"
 #include "core/Form2.h"
-#include "tests/support/ScriptedHost.h"
+#include "tests/colour/ColourFixture.h"
 
 namespace {
 class PaperTest : public ::testing::Test {
@@ -19,8 +18,7 @@ protected:
         PaperHold = 0;
         PaperStrength = 1.0f;
         // A 4 by 3 ramp whose corners differ, so a wrong neighbour shows.
-        std::vector<uint8_t> grey = {10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110, 120};
-        SetPaperPicture(grey, 4, 3);
+        SetPaperPicture({10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110, 120}, 4, 3);
         RefreshPaperBuff();
     }
     void TearDown() override {
@@ -36,31 +34,28 @@ TEST_F(PaperTest, SlopeIsTheUpperLeftLessTheLowerRightNeighbourWrapped) {
     ASSERT_EQ(PaperHeight, 3);
     EXPECT_EQ(PaperB(1, 1), 60);
     EXPECT_FLOAT_EQ(PaperF(1, 1), (10.0f - 110.0f) / 256.0f);
-    // At the corner (0, 0) the upper left neighbour wraps to (3, 2) and that is 120.
+    // At the corner (0, 0) the upper left neighbour wraps to (3, 2), and at (3, 2) the lower right one to (0, 0).
     EXPECT_FLOAT_EQ(PaperF(0, 0), (120.0f - 60.0f) / 256.0f);
-    // At (3, 2) the lower right one wraps to (0, 0).
     EXPECT_FLOAT_EQ(PaperF(3, 2), (70.0f - 10.0f) / 256.0f);
 }
 
-TEST_F(PaperTest, NegativeFlipsTheSlopeAndStrengthScalesIt) {
-    float plain = PaperF(1, 1);
+TEST_F(PaperTest, NegativeFlipsTheSlopeStrengthScalesItAndHoldDefersBoth) {
+    const float plain = PaperF(1, 1);
     NegativeOn = 1;
     RefreshPaperBuff();
     EXPECT_FLOAT_EQ(PaperF(1, 1), -plain);
     PaperStrength = 0.5f;
     RefreshPaperBuff();
     EXPECT_FLOAT_EQ(PaperF(1, 1), -plain / 2);
-}
 
-TEST_F(PaperTest, HoldDefersTheRebuildUntilItIsCleared) {
-    float before = PaperF(1, 1);
+    SetUp();
     PaperHold = 1;
     Form2::Check3.Value = 1;  // "Negative" while a preset applies
     EXPECT_EQ(NegativeOn, 1);
-    EXPECT_FLOAT_EQ(PaperF(1, 1), before);
+    EXPECT_FLOAT_EQ(PaperF(1, 1), plain);
     PaperHold = 0;
     RefreshPaperBuff();
-    EXPECT_FLOAT_EQ(PaperF(1, 1), -before);
+    EXPECT_FLOAT_EQ(PaperF(1, 1), -plain);
     Form2::Check3.Value = 0;
 }
 
@@ -81,30 +76,25 @@ TEST_F(PaperTest, CheckBoxesSetTheFieldsAndTheTitle) {
 }
 
 TEST_F(PaperTest, StockPapersAreGreyTileableAndDifferent) {
+    constexpr int S = StockPaperSide;
     std::vector<std::vector<uint8_t>> papers;
     for (int i = 0; i < StockPaperCount; ++i) {
-        std::vector<uint8_t> p = MakeStockPaper(i);
-        ASSERT_EQ(p.size(), static_cast<size_t>(StockPaperSide * StockPaperSide));
+        const std::vector<uint8_t> p = MakeStockPaper(i);
+        ASSERT_EQ(p.size(), static_cast<size_t>(S * S));
         // The seam (last column to first, last row to first) is no rougher than the
         // roughest pair of neighbouring columns or rows inside the picture.
-        auto at = [&](int x, int y) { return static_cast<int>(p[static_cast<size_t>(y) * StockPaperSide + x]); };
-        auto columns = [&](int a, int b) {
+        auto step = [&](int a, int b, bool columns) {
             int sum = 0;
-            for (int y = 0; y < StockPaperSide; ++y) sum += std::abs(at(a, y) - at(b, y));
-            return sum;
-        };
-        auto rows = [&](int a, int b) {
-            int sum = 0;
-            for (int x = 0; x < StockPaperSide; ++x) sum += std::abs(at(x, a) - at(x, b));
+            for (int k = 0; k < S; ++k) sum += columns ? std::abs(p[k * S + a] - p[k * S + b]) : std::abs(p[a * S + k] - p[b * S + k]);
             return sum;
         };
         int roughest = 0;
-        for (int k = 1; k < StockPaperSide; ++k) roughest = std::max({roughest, columns(k - 1, k), rows(k - 1, k)});
-        EXPECT_LE(columns(StockPaperSide - 1, 0), roughest) << "paper " << i;
-        EXPECT_LE(rows(StockPaperSide - 1, 0), roughest) << "paper " << i;
+        for (int k = 1; k < S; ++k) roughest = std::max({roughest, step(k - 1, k, true), step(k - 1, k, false)});
+        EXPECT_LE(step(S - 1, 0, true), roughest) << "paper " << i;
+        EXPECT_LE(step(S - 1, 0, false), roughest) << "paper " << i;
+        EXPECT_TRUE(papers.empty() || p != papers[0]) << "paper " << i;
         papers.push_back(p);
     }
-    for (int i = 1; i < StockPaperCount; ++i) EXPECT_NE(papers[0], papers[static_cast<size_t>(i)]);
     PickStockPaper(2);
     EXPECT_EQ(PaperWidth, 160);
     EXPECT_EQ(Form2::Image2.Tag, "1");
