@@ -1,16 +1,17 @@
-// Shared by the file tests: a scripted host that also answers the dialogs'
-// filter choice, a private folder, byte files, and Pillow as the reference
-// decoder and encoder (Debian's python3-pil, run by /usr/bin/python3).
+// Shared by the file tests: a scripted host that also picks the dialogs' filter
+// and drives Open and Save as the user would, a private folder, byte files,
+// hand-made Targa files, and Pillow as the reference decoder and encoder
+// (Debian's python3-pil, run by /usr/bin/python3).
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <QProcess>
 #include <QStringList>
+#include <QTemporaryDir>
 
-#include <cstdint>
-#include <deque>
-#include <filesystem>
+#include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -18,115 +19,146 @@
 
 #include "core/Boxes.h"
 #include "core/Buffers.h"
+#include "core/Form1.h"
+#include "core/MDIForm1.h"
+#include "file/Conversion.h"
+#include "file/FileNames.h"
+#include "file/Targa.h"
+#include "file/TargaOptions.h"
 #include "tests/support/ScriptedHost.h"
+
+using Bytes = std::vector<uint8_t>;
 
 class FileHost : public ScriptedHost {
 public:
-    std::deque<int> openFilter, saveFilter;  // filter index the user picks, 1-based
+    int filter = 1;  // the filter the user picks in the next file dialog, 1-based
     FileDialogSpec lastOpen, lastSave;
     std::vector<std::string> statusTexts;
-    FileHost() {
-        Status::Frame1.viewHook = [this] { statusTexts.push_back(Status::Frame1.Caption); };
-    }
+    FileHost() { Status::Frame1.viewHook = [this] { statusTexts.push_back(Status::Frame1.Caption); }; }
     ~FileHost() override { Status::Frame1.viewHook = nullptr; }
     std::optional<std::string> OpenFileDialog(FileDialogSpec& s) override {
-        lastOpen = s;
-        if (!openFilter.empty()) {
-            s.FilterIndex = openFilter.front();
-            openFilter.pop_front();
-        }
-        return ScriptedHost::OpenFileDialog(s);
+        return ScriptedHost::OpenFileDialog(Pick(s, lastOpen));
     }
     std::optional<std::string> SaveFileDialog(FileDialogSpec& s) override {
-        lastSave = s;
-        if (!saveFilter.empty()) {
-            s.FilterIndex = saveFilter.front();
-            saveFilter.pop_front();
-        }
-        return ScriptedHost::SaveFileDialog(s);
+        return ScriptedHost::SaveFileDialog(Pick(s, lastSave));
     }
     bool SawStatus(const std::string& text) const {
-        for (auto& s : statusTexts)
-            if (s == text) return true;
-        return false;
+        return std::find(statusTexts.begin(), statusTexts.end(), text) != statusTexts.end();
+    }
+    // Open through filter 1 (Targa) or 2 (All supported files), yes to every
+    // question the name raises, then `message` when one must follow.
+    void Open(const std::string& path, int filter = 1, const std::string& message = "") {
+        openFiles.push_back(path);
+        this->filter = filter;
+        if (filter == 1 && CheckforTGA(path) != 0) Answer("The file extention is not '.tga'.", 1);
+        if (CheckExtention(path) != 0) Answer("The file extention is unknown.", 1);
+        Answer("This will replace the existing buffer.  Lose current changes?", 1);
+        if (!message.empty()) ExpectMessage(message);
+        Open_Click();
+    }
+    // Save through `filter`; with filter 1 the Targa panel is set to `option` and
+    // confirmed. Conversions are waited for.
+    void Save(const std::string& path, int filter, OptionButton* option = nullptr, const std::string& message = "") {
+        saveFiles.push_back(path);
+        this->filter = filter;
+        if (filter == 1)
+            Expect("TargaOptions", [option] {
+                if (option) option->Value = true;
+                TargaOptions::Command1.press();
+            });
+        if (!message.empty()) ExpectMessage(message);
+        Save_Click();
+        FinishPendingConversions();
+    }
+
+private:
+    FileDialogSpec& Pick(FileDialogSpec& s, FileDialogSpec& last) {
+        last = s;
+        s.FilterIndex = filter;
+        return s;
     }
 };
 
 // A folder of its own for each test, removed afterwards.
 struct TestFolder {
-    std::filesystem::path dir;
-    TestFolder() {
-        dir = std::filesystem::temp_directory_path() /
-              ("kw-file-" + std::to_string(::getpid()) + "-" + std::to_string(counter()++));
-        std::filesystem::create_directories(dir);
-    }
-    ~TestFolder() {
-        std::error_code ec;
-        std::filesystem::remove_all(dir, ec);
-    }
-    std::string operator/(const std::string& name) const { return (dir / name).string(); }
-    static int& counter() {
-        static int n = 0;
-        return n;
+    QTemporaryDir tmp;
+    std::string operator/(const std::string& name) const {
+        return tmp.filePath(QString::fromStdString(name)).toStdString();
     }
 };
 
-inline std::vector<uint8_t> ReadBytes(const std::string& path) {
+// Each test drives the File commands through a host and a folder of its own.
+struct FileTest : ::testing::Test {
+    FileHost h;
+    TestFolder dir;
+};
+
+inline Bytes ReadBytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-inline void WriteBytes(const std::string& path, const std::vector<uint8_t>& bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+inline void WriteBytes(const std::string& path, const Bytes& bytes) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
-// Runs a Python snippet with Pillow; sys.argv[1:] are `args`. Fails the test on error.
-inline bool RunPillow(const std::string& script, const QStringList& args) {
+// Header, an identification field of `idLength` bytes, then `pixels` as given.
+inline Bytes MakeTargaFile(uint8_t type, int w, int h, uint8_t depth, uint8_t descriptor, const Bytes& pixels,
+                           uint8_t idLength = 0) {
+    auto head = PackTargaHeader({idLength, 0, type, 0, 0, 0, 0, 0, int16_t(w), int16_t(h), depth, descriptor});
+    Bytes f(head.begin(), head.end());
+    f.insert(f.end(), idLength, 'x');
+    f.insert(f.end(), pixels.begin(), pixels.end());
+    return f;
+}
+
+// Runs a Python snippet with Pillow (sys.argv[1:] are `args`) and returns what
+// it printed. Fails the test on error.
+inline QByteArray RunPillow(const std::string& script, const QStringList& args) {
     QProcess p;
-    QStringList all{"-c", QString::fromStdString("from PIL import Image\nimport sys\n" + script)};
-    all << args;
-    p.start("/usr/bin/python3", all);
-    if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
+    p.start("/usr/bin/python3",
+            QStringList{"-c", QString::fromStdString("from PIL import Image\nimport sys\n" + script)} + args);
+    if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0)
         ADD_FAILURE() << "python3 with Pillow failed: " << p.readAllStandardError().toStdString();
-        return false;
-    }
-    return true;
+    return p.readAllStandardOutput();
 }
 
-// Pillow's decoding of a picture: width, height and RGBA rows, top row first.
+// A picture as width, height and RGBA rows, top row first.
 struct Rgba {
     int w = 0, h = 0;
-    std::vector<uint8_t> px;  // 4 bytes per pixel
+    Bytes px;  // 4 bytes per pixel
     const uint8_t* at(int x, int y) const { return px.data() + 4 * (static_cast<size_t>(y) * w + x); }
 };
 
-inline Rgba PillowDecode(const std::string& path, const std::string& scratch) {
+// Pillow's decoding of a picture file.
+inline Rgba PillowDecode(const std::string& path) {
+    QByteArray b = RunPillow("im = Image.open(sys.argv[1]).convert('RGBA')\n"
+                             "sys.stdout.buffer.write(b'%d %d ' % im.size + im.tobytes())\n",
+                             {QString::fromStdString(path)});
     Rgba r;
-    if (!RunPillow("im = Image.open(sys.argv[1]); im.load()\n"
-                   "open(sys.argv[2], 'wb').write(im.size[0].to_bytes(4, 'little') + im.size[1].to_bytes(4, 'little') + "
-                   "im.convert('RGBA').tobytes())\n",
-                   {QString::fromStdString(path), QString::fromStdString(scratch)}))
-        return r;
-    auto b = ReadBytes(scratch);
-    if (b.size() < 8) return r;
-    r.w = static_cast<int>(b[0] | b[1] << 8 | b[2] << 16 | b[3] << 24);
-    r.h = static_cast<int>(b[4] | b[5] << 8 | b[6] << 16 | b[7] << 24);
-    r.px.assign(b.begin() + 8, b.end());
+    int n = 0;
+    if (std::sscanf(b.constData(), "%d %d%n", &r.w, &r.h, &n) == 2) r.px.assign(b.begin() + n + 1, b.end());
     return r;
 }
 
-// Counts the buffer pixels that differ from `ref` in colour (and in alpha when asked).
-inline int BufferDifferences(const Rgba& ref, bool alpha, int tolerance = 0) {
+// The buffer as it stands.
+inline Rgba Snapshot() {
+    Rgba r{BufferWidth(), BufferHeight(), {}};
+    for (int y = 0; y < r.h; ++y)
+        for (int x = 0; x < r.w; ++x) r.px.insert(r.px.end(), {BufR(x, y), BufG(x, y), BufB(x, y), BufA(x, y)});
+    return r;
+}
+
+// Buffer pixels of the first `columns` that differ from `ref` in colour (and in
+// alpha when asked); -1 for a different size.
+inline int BufferDifferences(const Rgba& ref, bool alpha, int columns = 1 << 30) {
+    Rgba mine = Snapshot();
+    if (ref.w != mine.w || ref.h != mine.h) return -1;
     int bad = 0;
-    if (ref.w != BufferWidth() || ref.h != BufferHeight()) return -1;
     for (int y = 0; y < ref.h; ++y)
-        for (int x = 0; x < ref.w; ++x) {
-            const uint8_t* p = ref.at(x, y);
-            auto off = [&](int a, int b) { return std::abs(a - b) > tolerance; };
-            if (off(BufR(x, y), p[0]) || off(BufG(x, y), p[1]) || off(BufB(x, y), p[2]) || (alpha && off(BufA(x, y), p[3])))
-                ++bad;
-        }
+        for (int x = 0; x < std::min(ref.w, columns); ++x)
+            bad += !std::equal(ref.at(x, y), ref.at(x, y) + (alpha ? 4 : 3), mine.at(x, y));
     return bad;
 }
 
