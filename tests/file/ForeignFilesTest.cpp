@@ -45,7 +45,9 @@ TEST_F(ForeignFiles, PicturesMadeByPillowOpenAsPillowShowsThem) {
                   "p = sys.argv[1]\n" + m.save + "\n",
                   {QString::fromStdString(dir / m.name)});
         auto bytes = ReadBytes(dir / m.name);
-        if (m.type) EXPECT_EQ(ParseTargaHeader(bytes.data(), bytes.size()).ImageType, m.type);
+        if (m.type) {
+            EXPECT_EQ(ParseTargaHeader(bytes.data(), bytes.size()).ImageType, m.type);
+        }
         Rgba ref = PillowDecode(dir / m.name);
         h.Open(dir / m.name, m.filter);
         EXPECT_EQ(BufferDifferences(ref, m.alpha), 0);
@@ -77,7 +79,9 @@ TEST_F(Conversion, SavedPicturesComeBackTheSameWayUp) {
         EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + static_cast<long>(std::strlen(c.magic))), c.magic);
         EXPECT_EQ(Form1::form.Caption.get(), path);
         EXPECT_EQ(TargaSaveType, 2);
-        if (!psd) EXPECT_EQ(BufferDifferences(PillowDecode(path), c.alpha), 0);
+        if (!psd) {
+            EXPECT_EQ(BufferDifferences(PillowDecode(path), c.alpha), 0);
+        }
         // Opened again, it is the same picture. ImageMagick reads a PSD back as its
         // flattened image, so there only the opaque half must match.
         h.Open(path, 2);
