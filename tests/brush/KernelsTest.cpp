@@ -256,7 +256,7 @@ TEST(DabGeneral, EveryModeMatchesItsFormulaWithPaperAlphaAndScanOrder) {
                 s.strength = 1.3f;
                 s.paperF = paperF.data(), s.paperB = paperB.data(), s.paperStride = 8, s.paperW = 7, s.paperH = 5;
                 s.alphaOff = (n % 3 == 0) ? 255 : 0;  // random alpha: 0 leaves a pixel, 255 paints it
-                s.pantoX = 9, s.pantoY = -4;          // sources off the canvas keep the old pixel
+                s.pantoX = n % 2 ? 9 : -9, s.pantoY = -4;  // sources off the canvas keep the old pixel
                 // Smear reads pixels the dab already wrote unless it scans against the stroke.
                 s.smearDX = 1.5f, s.smearDY = -2.5f;
                 s.reverseRows = mode == ModeSmear && (flags & 8);

@@ -13,7 +13,6 @@
 #include "brush/BrushState.h"
 #include "canvas/CanvasInput.h"
 #include "colour/Colour.h"
-#include "colour/Paper.h"
 #include "core/AppState.h"
 #include "core/Buffers.h"
 #include "core/Form1.h"

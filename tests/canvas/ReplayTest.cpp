@@ -1,11 +1,10 @@
 // Recorded strokes replayed with a fixed seed: presses, moves and releases through
 // the handlers, the planes compared with checksums recorded once and reviewed
-// as pictures (set KW_REPLAY_DIR to a folder to get each result as a PPM).
+// as pictures (set KW_REPLAY_RECORD to print the checksums of a new recording).
 #include "tests/canvas/CanvasFixture.h"
 
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 
 namespace {
@@ -13,15 +12,6 @@ uint64_t Fnv1a(const std::vector<uint8_t>& v) {
     uint64_t h = 1469598103934665603ull;
     for (uint8_t b : v) h = (h ^ b) * 1099511628211ull;
     return h;
-}
-
-void DumpPicture(const std::string& name) {
-    const char* dir = std::getenv("KW_REPLAY_DIR");
-    if (!dir) return;
-    std::ofstream f(std::string(dir) + "/" + name + ".ppm", std::ios::binary);
-    f << "P6\n" << BufferWidth() << " " << BufferHeight() << "\n255\n";
-    for (int y = 0; y < BufferHeight(); ++y)
-        for (int x = 0; x < BufferWidth(); ++x) f << BufR(x, y) << BufG(x, y) << BufB(x, y);
 }
 
 // A picture with something in it for the modes to work on: diagonal colour bands.
@@ -99,7 +89,6 @@ TEST_F(CanvasTest, RecordedStrokesReplayToTheirChecksums) {
         Stroke(Path(20, 10, 25));
         if (name == "screen-rubthrough") F::Combo4.ListIndex = 7;
         Stroke(Path(44, -12, 40), name == "jitter" ? 2 : 1);  // the second jitter stroke with the right button
-        DumpPicture(name);
         uint64_t sum = Fnv1a(Pixels());
         if (record) std::printf("%s 0x%016llxull\n", r.name, static_cast<unsigned long long>(sum));
         else EXPECT_EQ(sum, r.checksum) << r.name;
