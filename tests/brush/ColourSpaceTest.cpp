@@ -4,44 +4,28 @@
 
 #include "native/ColourSpace.h"
 
-using kwfilter::HSV_To_RGB;
-using kwfilter::RGB_To_HSV;
-
-TEST(ColourSpace, RoundTripsAndGreyHasNoHue) {
-    const float cases[][3] = {{1, 0, 0}, {0.2f, 0.6f, 0.1f}, {0.3f, 0.3f, 0.9f}, {0.5f, 0.5f, 0.5f}, {0, 0, 0}};
-    for (const auto& c : cases) {
-        float h, s, v, r, g, b;
-        RGB_To_HSV(c[0], c[1], c[2], h, s, v);
+TEST(ColourSpace, RoundTripsAndTakesValuesOutsideTheirRangeAsTheyCome) {
+    const float trips[][3] = {{1, 0, 0}, {0.2f, 0.6f, 0.1f}, {0.3f, 0.3f, 0.9f}, {0.5f, 0.5f, 0.5f}, {0, 0, 0}};
+    for (const auto& c : trips) {
+        float h, s, v, rgb[3];
+        kwfilter::RGB_To_HSV(c[0], c[1], c[2], h, s, v);
         EXPECT_GE(h, 0.0f);
         EXPECT_LT(h, 360.0f);
-        HSV_To_RGB(r, g, b, h, s, v);
-        EXPECT_NEAR(r, c[0], 1e-5f);
-        EXPECT_NEAR(g, c[1], 1e-5f);
-        EXPECT_NEAR(b, c[2], 1e-5f);
+        kwfilter::HSV_To_RGB(rgb[0], rgb[1], rgb[2], h, s, v);
+        for (int k = 0; k < 3; ++k) EXPECT_NEAR(rgb[k], c[k], 1e-5f);
     }
-    float r, g, b;
-    HSV_To_RGB(r, g, b, -1.0f, 0.7f, 0.4f);
-    EXPECT_FLOAT_EQ(r, 0.4f);
-    EXPECT_FLOAT_EQ(g, 0.4f);
-    EXPECT_FLOAT_EQ(b, 0.4f);
-}
-
-TEST(ColourSpace, SaturationAndValueOutsideTheirRangeAreNotHeldBeforeTheConversion) {
-    // Colour jitter can push v above 1: the hexcone gives v (1 - s) for the
-    // smallest component, 0.6 here, not the 0.5 of v held to 1.
-    float r, g, b;
-    HSV_To_RGB(r, g, b, 0.0f, 0.5f, 1.2f);
-    EXPECT_FLOAT_EQ(r, 1.0f);  // the components themselves stay within 0..1
-    EXPECT_NEAR(g, 0.6f, 1e-6f);
-    EXPECT_NEAR(b, 0.6f, 1e-6f);
-    // A saturation below 0 lifts the smallest component above v: 0.5 * 1.2.
-    HSV_To_RGB(r, g, b, 120.0f, -0.2f, 0.5f);
-    EXPECT_NEAR(r, 0.6f, 1e-6f);
-    EXPECT_NEAR(g, 0.5f, 1e-6f);
-    EXPECT_NEAR(b, 0.6f, 1e-6f);
-    // A saturation above 1 drives it below 0, held at 0; the middle one, v (1 - s f), moves too.
-    HSV_To_RGB(r, g, b, 30.0f, 1.2f, 0.5f);
-    EXPECT_FLOAT_EQ(r, 0.5f);
-    EXPECT_NEAR(g, 0.5f * (1 - 1.2f * (1 - 0.5f)), 1e-6f);
-    EXPECT_FLOAT_EQ(b, 0.0f);
+    const float cases[][6] = {
+        {-1, 0.7f, 0.4f, 0.4f, 0.4f, 0.4f},  // no hue: grey at v
+        // Colour jitter can push v above 1: the smallest component is v (1 - s), 0.6, not
+        // the 0.5 of v held to 1; the largest stays at 1.
+        {0, 0.5f, 1.2f, 1, 0.6f, 0.6f},
+        {120, -0.2f, 0.5f, 0.6f, 0.5f, 0.6f},  // s below 0 lifts the smallest above v
+        // s above 1 drives the smallest below 0, held at 0; the middle one, v (1 - s f), moves too.
+        {30, 1.2f, 0.5f, 0.5f, 0.5f * (1 - 1.2f * 0.5f), 0},
+    };
+    for (const auto& c : cases) {
+        float rgb[3];
+        kwfilter::HSV_To_RGB(rgb[0], rgb[1], rgb[2], c[0], c[1], c[2]);
+        for (int k = 0; k < 3; ++k) EXPECT_NEAR(rgb[k], c[3 + k], 1e-6f) << c[0] << " " << c[1] << " " << c[2];
+    }
 }

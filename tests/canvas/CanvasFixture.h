@@ -1,5 +1,6 @@
 // A document, a scripted host and a neutral brush for the canvas tests, with
-// helpers that drive the mouse handlers as events would.
+// helpers that drive the mouse and key handlers as events would. The folders'
+// procedures are bound and the brush palette drawn once, as at start-up.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@
 #include "brush/BrushOptions.h"
 #include "brush/BrushState.h"
 #include "canvas/CanvasInput.h"
-#include "colour/Paper.h"
+#include "colour/Colour.h"
 #include "core/AppState.h"
 #include "core/Buffers.h"
 #include "core/Form1.h"
@@ -19,6 +20,17 @@
 #include "core/Undo.h"
 #include "core/vb.h"
 #include "tests/support/ScriptedHost.h"
+
+struct CanvasBound : ::testing::Environment {
+    void SetUp() override {
+        BindColourMenus();
+        BindBrushMenus();
+        BindCanvasMenus();
+        StartupPaper();
+        StartupBrushes();
+    }
+};
+inline const auto* const canvasBound = ::testing::AddGlobalTestEnvironment(new CanvasBound);
 
 class CanvasTest : public ::testing::Test {
 protected:
@@ -43,17 +55,20 @@ protected:
         PantoX = PantoY = 0;
         vb::Randomize(1234);
     }
-    void Press(int button, float x, float y, int shift = 0) {
-        Form1::Form_MouseDown(static_cast<int16_t>(button), static_cast<int16_t>(shift), x, y);
+    using I16 = int16_t;
+    static void Press(int b, float x, float y, int s = 0) { Form1::Form_MouseDown(I16(b), I16(s), x, y); }
+    static void Move(int b, float x, float y, int s = 0) { Form1::Form_MouseMove(I16(b), I16(s), x, y); }
+    static void Release(int b, float x, float y, int s = 0) { Form1::Form_MouseUp(I16(b), I16(s), x, y); }
+    static void Key(int c) {
+        I16 k = I16(c);
+        Form1::Form_KeyPress(k);
     }
-    void Move(int button, float x, float y, int shift = 0) {
-        Form1::Form_MouseMove(static_cast<int16_t>(button), static_cast<int16_t>(shift), x, y);
+    static void KeyUp(int code, int shift) {
+        I16 k = I16(code);
+        Form1::Form_KeyUp(k, I16(shift));
     }
-    void Release(int button, float x, float y, int shift = 0) {
-        Form1::Form_MouseUp(static_cast<int16_t>(button), static_cast<int16_t>(shift), x, y);
-    }
-    // A stroke through the points with the left button.
-    void Stroke(const std::vector<std::pair<float, float>>& pts, int button = 1) {
+    // A stroke through the points, the cursor seen first at the first of them.
+    static void Stroke(const std::vector<std::pair<float, float>>& pts, int button = 1) {
         Move(0, pts.front().first, pts.front().second);
         Press(button, pts.front().first, pts.front().second);
         for (size_t i = 1; i < pts.size(); ++i) Move(button, pts[i].first, pts[i].second);

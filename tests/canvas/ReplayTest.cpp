@@ -1,12 +1,10 @@
 // Recorded strokes replayed with a fixed seed: presses, moves and releases through
 // the handlers, the planes compared with checksums recorded once and reviewed
-// as pictures (set KW_REPLAY_DIR to a folder to get each result as a PPM).
+// as pictures (set KW_REPLAY_RECORD to print the checksums of a new recording).
 #include "tests/canvas/CanvasFixture.h"
 
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
-#include <functional>
 #include <string>
 
 namespace {
@@ -14,15 +12,6 @@ uint64_t Fnv1a(const std::vector<uint8_t>& v) {
     uint64_t h = 1469598103934665603ull;
     for (uint8_t b : v) h = (h ^ b) * 1099511628211ull;
     return h;
-}
-
-void DumpPicture(const std::string& name) {
-    const char* dir = std::getenv("KW_REPLAY_DIR");
-    if (!dir) return;
-    std::ofstream f(std::string(dir) + "/" + name + ".ppm", std::ios::binary);
-    f << "P6\n" << BufferWidth() << " " << BufferHeight() << "\n255\n";
-    for (int y = 0; y < BufferHeight(); ++y)
-        for (int x = 0; x < BufferWidth(); ++x) f << BufR(x, y) << BufG(x, y) << BufB(x, y);
 }
 
 // A picture with something in it for the modes to work on: diagonal colour bands.
@@ -48,99 +37,58 @@ std::vector<std::pair<float, float>> Path(float y0, float amplitude, int points)
     return p;
 }
 
+// A stock brush, its anti-aliasing, the panel values set in this order, and the primary colour.
 struct Replay {
     const char* name;
-    std::function<void()> setup;
+    int stock;
+    OptionButton* antiAlias;
+    std::vector<std::pair<Prop<int>*, int>> set;
+    uint32_t colour;
     uint64_t checksum;
 };
 }  // namespace
 
 TEST_F(CanvasTest, RecordedStrokesReplayToTheirChecksums) {
+    namespace F = Form2;
+    namespace O = BrushOptions;
     const Replay replays[] = {
-        {"airbrush",
-         [] {
-             PickStockBrush(2);
-             BrushOptions::Option3.Value = true;
-             Form2::HScroll5.Value = 40;
-             Form2::HScroll4.Value = 100;
-             Form2::slider1.Value = 3;
-             Form2::Shape4.FillColor = vb::RGB(200, 30, 60);
-         },
-         0xf9cf0839702931e1ull},
-        {"jitter",
-         [] {
-             PickStockBrush(3);
-             BrushOptions::Option2.Value = true;
-             Form2::HScroll5.Value = 20;
-             Form2::slider1.Value = 4;
-             BrushOptions::Hscroll1.Value = 10;
-             BrushOptions::Hscroll4.Value = 10;
-             BrushOptions::Hscroll3.Value = 90;
-             BrushOptions::Hscroll2.Value = 40;
-             BrushOptions::hscroll6.Value = 20;
-             BrushOptions::Hscroll7.Value = 20;
-             BrushOptions::Check1.Value = 1;
-             Form2::Shape4.FillColor = vb::RGB(20, 160, 60);
-         },
-         0x075be38adf9c0390ull},
-        {"paper-multiply",
-         [] {
-             PickStockBrush(4);
-             BrushOptions::Option2.Value = true;
-             Form2::HScroll5.Value = 30;
-             Form2::HScroll4.Value = 220;
-             Form2::HScroll6.Value = 150;
-             Form2::Check1.Value = 1;
-             Form2::Check2.Value = 1;
-             Form2::Combo4.ListIndex = 3;
-             Form2::Shape4.FillColor = vb::RGB(90, 60, 200);
-         },
-         0xd2623f4bc8344aacull},
-        {"smear",
-         [] {
-             PickStockBrush(3);
-             BrushOptions::Option3.Value = true;
-             Form2::HScroll5.Value = 30;
-             Form2::slider1.Value = 2;
-             Form2::Combo4.ListIndex = 9;
-         },
-         0x8fa0241ab46b107dull},
-        {"bleed-dryout-speed",
-         [] {
-             PickStockBrush(6);
-             BrushOptions::Option2.Value = true;
-             Form2::HScroll5.Value = 50;
-             Form2::HScroll4.Value = 190;
-             Form2::slider1.Value = 3;
-             BrushOptions::Hscroll5.Value = 150;
-             BrushOptions::Hscroll8.Value = 20;
-             BrushOptions::hscroll9.Value = -18;
-             Form2::Shape4.FillColor = vb::RGB(240, 200, 20);
-         },
-         0x34ffb491262dc23bull},
-        {"screen-rubthrough",
-         [] {
-             PickStockBrush(9);
-             BrushOptions::Option3.Value = true;
-             Form2::HScroll5.Value = 44;
-             Form2::Combo4.ListIndex = 5;
-             Form2::Shape4.FillColor = vb::RGB(0, 80, 160);
-         },
-         0xa3daa3217f5aa7f8ull},
+        {"airbrush", 2, &O::Option3, {{&F::HScroll5.Value, 40}, {&F::HScroll4.Value, 100}, {&F::slider1.Value, 3}},
+         vb::RGB(200, 30, 60), 0xf9cf0839702931e1ull},
+        {"jitter", 3, &O::Option2,
+         {{&F::HScroll5.Value, 20}, {&F::slider1.Value, 4}, {&O::Hscroll1.Value, 10}, {&O::Hscroll4.Value, 10},
+          {&O::Hscroll3.Value, 90}, {&O::Hscroll2.Value, 40}, {&O::hscroll6.Value, 20}, {&O::Hscroll7.Value, 20},
+          {&O::Check1.Value, 1}},
+         vb::RGB(20, 160, 60), 0x075be38adf9c0390ull},
+        {"paper-multiply", 4, &O::Option2,
+         {{&F::HScroll5.Value, 30}, {&F::HScroll4.Value, 220}, {&F::HScroll6.Value, 150}, {&F::Check1.Value, 1},
+          {&F::Check2.Value, 1}, {&F::Combo4.ListIndex, 3}},
+         vb::RGB(90, 60, 200), 0xd2623f4bc8344aacull},
+        // Smear keeps the colour the replay before left.
+        {"smear", 3, &O::Option3, {{&F::HScroll5.Value, 30}, {&F::slider1.Value, 2}, {&F::Combo4.ListIndex, 9}},
+         vb::RGB(90, 60, 200), 0x8fa0241ab46b107dull},
+        {"bleed-dryout-speed", 6, &O::Option2,
+         {{&F::HScroll5.Value, 50}, {&F::HScroll4.Value, 190}, {&F::slider1.Value, 3}, {&O::Hscroll5.Value, 150},
+          {&O::Hscroll8.Value, 20}, {&O::hscroll9.Value, -18}},
+         vb::RGB(240, 200, 20), 0x34ffb491262dc23bull},
+        {"screen-rubthrough", 9, &O::Option3, {{&F::HScroll5.Value, 44}, {&F::Combo4.ListIndex, 5}},
+         vb::RGB(0, 80, 160), 0xa3daa3217f5aa7f8ull},
     };
     bool record = std::getenv("KW_REPLAY_RECORD") != nullptr;
     for (const Replay& r : replays) {
+        const std::string name = r.name;
         MakeTestDocument(W, H);
         ClearAllGads();
-        Form2::HScroll4.Value = 255;
-        Form2::slider1.Value = 1;
+        F::HScroll4.Value = 255;
+        F::slider1.Value = 1;
         Background();
-        r.setup();
+        PickStockBrush(r.stock);
+        r.antiAlias->Value = true;
+        for (auto [value, v] : r.set) *value = v;
+        F::Shape4.FillColor = r.colour;
         vb::Randomize(2024);
         Stroke(Path(20, 10, 25));
-        if (std::string(r.name) == "screen-rubthrough") Form2::Combo4.ListIndex = 7;
-        Stroke(Path(44, -12, 40), std::string(r.name) == "jitter" ? 2 : 1);
-        DumpPicture(r.name);
+        if (name == "screen-rubthrough") F::Combo4.ListIndex = 7;
+        Stroke(Path(44, -12, 40), name == "jitter" ? 2 : 1);  // the second jitter stroke with the right button
         uint64_t sum = Fnv1a(Pixels());
         if (record) std::printf("%s 0x%016llxull\n", r.name, static_cast<unsigned long long>(sum));
         else EXPECT_EQ(sum, r.checksum) << r.name;
