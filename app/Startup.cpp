@@ -5,18 +5,21 @@
 #include "brush/Brush.h"
 #include "canvas/CanvasInput.h"
 #include "colour/Colour.h"
-#include "core/AppState.h"
-#include "core/Boxes.h"
-#include "core/Buffers.h"
-#include "core/CanvasSize.h"
-#include "core/Display.h"
-#include "core/Form1.h"
-#include "core/Form2.h"
-#include "core/Host.h"
-#include "core/MDIForm1.h"
-#include "core/MixTables.h"
-#include "core/Settings.h"
+#include "core/framework/AppState.h"
+#include "core/framework/Boxes.h"
+#include "core/document/Buffers.h"
+#include "core/document/CanvasSize.h"
+#include "core/display/Display.h"
+#include "core/display/Form1.h"
+#include "core/frame/AlphaMenu.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Host.h"
+#include "core/frame/MDIForm1.h"
+#include "core/framework/MixTables.h"
+#include "core/framework/Settings.h"
 #include "file/Targa.h"
+#include "filter/FadeLast.h"
+#include "core/framework/PanelLook.h"
 
 namespace Form2 {
 void Form_Initialize() {
@@ -73,7 +76,23 @@ void Form_Initialize() {
 }  // namespace Form2
 
 namespace Kelpwick {
-void BindMenus() {
+namespace {
+// The hooks by which lower pieces tell higher ones what happened.
+void ConnectHooks() {
+    DocumentClosing.listen(Form1::Document_Closing);
+    DocumentCreated.listen(Form1::Document_Created);
+    AlphaSwitched.listen(ShowAlphaState);
+    DisplayRedrawn.listen(Form2::AfterRedisplay);
+    DisplayRedrawn.listen(MDIForm1::TitleAfterRedisplay);
+}
+}  // namespace
+
+void Compose() {
+    static bool composed = false;
+    if (composed) return;
+    composed = true;
+    ConnectHooks();
+    MDIForm1::FadePrevious.Click = FadePrevious_Click;
     BindFileMenus();
     BindColourMenus();
     BindBrushMenus();
@@ -82,7 +101,7 @@ void BindMenus() {
 
 void Main(const std::string& programDir) {
     App.StartDirectory = programDir;
-    BindMenus();
+    Compose();
     Show(MDIForm1::form);
     Form2::Form_Initialize();
     Show(Form2::form, false, &MDIForm1::form);

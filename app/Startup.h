@@ -7,9 +7,10 @@ namespace Kelpwick {
 // Shows the frame, then the tool panel, whose creation runs the start-up steps
 // in their order. programDir is where the default files lie.
 void Main(const std::string& programDir);
-// Gives the menu entries of the other folders their commands. Runs before any
-// view of the menus is built; Main runs it too.
-void BindMenus();
+// Puts the program together: every folder's menu entries, keys and tools, and
+// the hooks between the layers. Runs once, before any view of the menus is
+// built; Main runs it too, and so does every test program.
+void Compose();
 }  // namespace Kelpwick
 
 namespace Form2 {

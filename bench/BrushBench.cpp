@@ -13,10 +13,10 @@
 #include "brush/BrushState.h"
 #include "brush/FormDraw.h"
 #include "colour/Colour.h"
-#include "core/AppState.h"
-#include "core/Buffers.h"
-#include "core/Form2.h"
-#include "core/MixTables.h"
+#include "core/framework/AppState.h"
+#include "core/document/Buffers.h"
+#include "core/frame/Form2.h"
+#include "core/framework/MixTables.h"
 #include "tests/support/ScriptedHost.h"
 
 #ifdef KW_HAVE_MYPAINT

@@ -9,12 +9,12 @@
 #include "colour/DeliverPixel.h"
 #include "colour/Gradients.h"
 #include "colour/Paper.h"
-#include "core/AppState.h"
-#include "core/Buffers.h"
-#include "core/Display.h"
-#include "core/Form2.h"
-#include "core/Host.h"
-#include "core/MixTables.h"
+#include "core/framework/AppState.h"
+#include "core/document/Buffers.h"
+#include "core/display/Display.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Host.h"
+#include "core/framework/MixTables.h"
 
 namespace {
 constexpr int kW = 4000, kH = 3000;

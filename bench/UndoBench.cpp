@@ -5,11 +5,11 @@
 #include <cstring>
 #include <vector>
 
-#include "core/AppState.h"
-#include "core/Buffers.h"
-#include "core/Display.h"
-#include "core/MixTables.h"
-#include "core/Undo.h"
+#include "core/framework/AppState.h"
+#include "core/document/Buffers.h"
+#include "core/display/Display.h"
+#include "core/framework/MixTables.h"
+#include "core/document/Undo.h"
 #include "tests/support/ScriptedHost.h"
 
 namespace {

@@ -5,11 +5,11 @@
 #include "brush/BrushMask.h"
 #include "brush/BrushOptions.h"
 #include "brush/StockBrushes.h"
-#include "core/AppState.h"
-#include "core/Form1.h"
-#include "core/Form2.h"
-#include "core/Host.h"
-#include "core/vb.h"
+#include "core/framework/AppState.h"
+#include "core/display/Form1.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Host.h"
+#include "core/framework/vb.h"
 
 int16_t ClearedBrushSize = 0;
 

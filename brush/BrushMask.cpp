@@ -5,9 +5,9 @@
 
 #include "brush/BrushOptions.h"
 #include "brush/BrushState.h"
-#include "core/AppState.h"
-#include "core/Form2.h"
-#include "core/vb.h"
+#include "core/framework/AppState.h"
+#include "core/frame/Form2.h"
+#include "core/framework/vb.h"
 
 void SetBrushPicture(const std::vector<uint8_t>& grey, int side) {
     std::memset(BrushPicture, 255, sizeof BrushPicture);

@@ -2,7 +2,7 @@
 // anti-aliasing.
 #pragma once
 
-#include "core/controls.h"
+#include "core/framework/controls.h"
 
 namespace BrushOptions {
 extern Form form;

@@ -11,12 +11,12 @@
 #include "brush/BrushState.h"
 #include "brush/Geometry.h"
 #include "colour/Paper.h"
-#include "core/AppState.h"
-#include "core/Buffers.h"
-#include "core/Display.h"
-#include "core/Form2.h"
-#include "core/MixTables.h"
-#include "core/vb.h"
+#include "core/framework/AppState.h"
+#include "core/document/Buffers.h"
+#include "core/display/Display.h"
+#include "core/frame/Form2.h"
+#include "core/framework/MixTables.h"
+#include "core/framework/vb.h"
 #include "native/ColourSpace.h"
 
 namespace {

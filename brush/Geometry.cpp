@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "core/vb.h"
+#include "core/framework/vb.h"
 
 float CalculateAngle(float X1, float Y1, float X2, float Y2) {
     // The differences are rounded to 16 bits, and made positive with their signs kept aside.

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "canvas/CanvasInput.h"
-#include "core/Buffers.h"
+#include "core/document/Buffers.h"
 
 namespace {
 // The source index of a wrapped move: s >= 0 wraps with mod n; a negative s

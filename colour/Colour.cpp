@@ -8,10 +8,10 @@
 #include "colour/Paper.h"
 #include "colour/Pickers.h"
 #include "colour/Wells.h"
-#include "core/AppState.h"
-#include "core/Form1.h"
-#include "core/Form2.h"
-#include "core/MDIForm1.h"
+#include "core/framework/AppState.h"
+#include "core/display/Form1.h"
+#include "core/frame/Form2.h"
+#include "core/frame/MDIForm1.h"
 
 void BindColourMenus() {
     MDIForm1::Buffer_Fill.Click = Buffer_Fill_Click;

@@ -4,13 +4,13 @@
 
 #include "colour/Gradients.h"
 #include "colour/Paper.h"
-#include "core/AppState.h"
-#include "core/Buffers.h"
-#include "core/Display.h"
-#include "core/Form2.h"
-#include "core/MDIForm1.h"
-#include "core/MixTables.h"
-#include "core/Undo.h"
+#include "core/framework/AppState.h"
+#include "core/document/Buffers.h"
+#include "core/display/Display.h"
+#include "core/frame/Form2.h"
+#include "core/frame/MDIForm1.h"
+#include "core/framework/MixTables.h"
+#include "core/document/Undo.h"
 
 int16_t OpacitySaved = 0, OpacityInverse = 0;
 float OpacityFraction = 1.0f;

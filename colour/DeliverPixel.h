@@ -19,7 +19,7 @@
 #include <immintrin.h>
 #endif
 
-#include "core/vb.h"
+#include "core/framework/vb.h"
 #include "native/Rounding.h"
 
 // The opacity work fields shared with the shape and fill tools.

@@ -8,13 +8,14 @@
 
 #include "colour/Colour.h"
 #include "colour/Gradients.h"
-#include "core/AppState.h"
-#include "core/Boxes.h"
-#include "core/Display.h"
-#include "core/Form2.h"
-#include "core/Host.h"
-#include "core/MDIForm1.h"
-#include "core/vb.h"
+#include "core/framework/AppState.h"
+#include "core/framework/Boxes.h"
+#include "core/display/Display.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Host.h"
+#include "core/frame/MDIForm1.h"
+#include "core/framework/vb.h"
+#include "core/framework/PanelLook.h"
 
 namespace Gradient {
 Form form("Gradient", "Fill");

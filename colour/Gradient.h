@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "core/controls.h"
+#include "core/framework/controls.h"
 
 namespace Gradient {
 extern Form form;

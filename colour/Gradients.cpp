@@ -8,7 +8,7 @@
 #include <fstream>
 #include <vector>
 
-#include "core/vb.h"
+#include "core/framework/vb.h"
 #include "native/Spline.h"
 
 uint8_t GradientData[GradientCount][GradientChannels][GradientSteps];

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "core/Display.h"
-#include "core/Form2.h"
-#include "core/vb.h"
+#include "core/display/Display.h"
+#include "core/frame/Form2.h"
+#include "core/framework/vb.h"
 
 Plane PaperB;
 Grid<float> PaperF;

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "core/Plane.h"
+#include "core/framework/Plane.h"
 
 extern Plane PaperB;         // grey height, 0..PaperWidth by 0..PaperHeight
 extern Grid<float> PaperF;   // signed diagonal slope, same bounds

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/Form2.h"
-#include "core/Host.h"
-#include "core/vb.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Host.h"
+#include "core/framework/vb.h"
 
 namespace {
 constexpr double Pi = 3.14159265358979323846;

@@ -6,10 +6,10 @@
 #include <sstream>
 
 #include "colour/Colour.h"
-#include "core/AppState.h"
-#include "core/Form2.h"
-#include "core/Host.h"
-#include "core/vb.h"
+#include "core/framework/AppState.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Host.h"
+#include "core/framework/vb.h"
 
 uint8_t WellPickFlag = 0;
 

@@ -25,11 +25,11 @@
 #include <list>
 #include <memory>
 
-#include "core/AppState.h"
-#include "core/Boxes.h"
-#include "core/Guard.h"
-#include "core/Host.h"
-#include "core/vb.h"
+#include "core/framework/AppState.h"
+#include "core/framework/Boxes.h"
+#include "core/framework/Guard.h"
+#include "core/framework/Host.h"
+#include "core/framework/vb.h"
 
 std::string ConversionProgram = "convert";
 

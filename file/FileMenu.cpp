@@ -3,14 +3,14 @@
 // every format other than Targa.
 #include <filesystem>
 
-#include "core/AppState.h"
-#include "core/Boxes.h"
-#include "core/Buffers.h"
-#include "core/Display.h"
-#include "core/Form1.h"
-#include "core/Host.h"
-#include "core/MDIForm1.h"
-#include "core/Undo.h"
+#include "core/framework/AppState.h"
+#include "core/framework/Boxes.h"
+#include "core/document/Buffers.h"
+#include "core/display/Display.h"
+#include "core/display/Form1.h"
+#include "core/framework/Host.h"
+#include "core/frame/MDIForm1.h"
+#include "core/document/Undo.h"
 #include "file/Conversion.h"
 #include "file/FileNames.h"
 #include "file/Targa.h"
@@ -85,9 +85,9 @@ void FinishLoad(const TargaLoadResult& r, const std::string& displayName) {
     if (r.pixelsRead && TargaTopLeft(TargaHeader.ImageDescriptor)) FlipBufferVertical(r.bytesPerPixel == 4);
     if (r.pixelsRead && r.bytesPerPixel == 4) {
         InitMarquee();
-        ApplyAlphaState(true);
+        SetAlphaOn(true);
     } else {
-        ApplyAlphaState(false);
+        SetAlphaOn(false);
     }
     Form1::form.Caption = displayName;
 }

@@ -7,8 +7,8 @@
 #include <numeric>
 #include <vector>
 
-#include "core/Buffers.h"
-#include "core/vb.h"
+#include "core/document/Buffers.h"
+#include "core/framework/vb.h"
 #include "file/Targa.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <functional>
 #include <string>
 
-#include "core/Plane.h"
+#include "core/framework/Plane.h"
 #include "file/TargaFormat.h"
 
 extern TargaFileHeader TargaHeader;  // the header of the last file read or written

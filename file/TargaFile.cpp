@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <fstream>
 
-#include "core/Boxes.h"
-#include "core/Buffers.h"
+#include "core/framework/Boxes.h"
+#include "core/document/Buffers.h"
 #include "file/Targa.h"
 
 TargaFileHeader TargaHeader;

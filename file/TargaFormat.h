@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/Plane.h"
+#include "core/framework/Plane.h"
 
 // The header on disk: 18 bytes, little-endian, no padding.
 struct TargaFileHeader {

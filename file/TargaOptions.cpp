@@ -2,9 +2,10 @@
 // Cancel leaves it and marks the save as cancelled.
 #include "file/TargaOptions.h"
 
-#include "core/Display.h"
-#include "core/Host.h"
+#include "core/display/Display.h"
+#include "core/framework/Host.h"
 #include "file/Targa.h"
+#include "core/framework/PanelLook.h"
 
 namespace TargaOptions {
 Form form("TargaOptions", "Save Targa file");

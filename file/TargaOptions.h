@@ -1,7 +1,7 @@
 // The "Save Targa file" panel: the kind of Targa a save writes.
 #pragma once
 
-#include "core/controls.h"
+#include "core/framework/controls.h"
 
 namespace TargaOptions {
 extern Form form;

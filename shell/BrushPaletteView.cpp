@@ -6,8 +6,8 @@
 #include <QPainter>
 #include <QPointer>
 
-#include "core/Form2.h"
-#include "core/Guard.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Guard.h"
 #include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
 #include "shell/PanelView.h"

@@ -11,11 +11,11 @@
 
 #include "brush/BrushState.h"
 #include "canvas/CanvasInput.h"
-#include "core/AppState.h"
-#include "core/Display.h"
-#include "core/Form1.h"
-#include "core/Form2.h"
-#include "core/Guard.h"
+#include "core/framework/AppState.h"
+#include "core/display/Display.h"
+#include "core/display/Form1.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Guard.h"
 #include "shell/Convert.h"
 
 CanvasView::CanvasView(QWidget* parent) : QAbstractScrollArea(parent) {

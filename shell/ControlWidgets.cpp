@@ -8,8 +8,8 @@
 #include <QTabBar>
 #include <map>
 
-#include "core/Guard.h"
-#include "core/controls.h"
+#include "core/framework/Guard.h"
+#include "core/framework/controls.h"
 #include "shell/Convert.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <QDropEvent>
 
 #include "colour/Gradient.h"
-#include "core/Guard.h"
+#include "core/framework/Guard.h"
 #include "shell/ControlWidgets.h"
 #include "shell/PanelView.h"
 

@@ -9,8 +9,8 @@
 #include <QTextEdit>
 #include <QWidget>
 
-#include "core/Form1.h"
-#include "core/Guard.h"
+#include "core/display/Form1.h"
+#include "core/framework/Guard.h"
 
 int VirtualKeyOf(int k) {
     switch (k) {

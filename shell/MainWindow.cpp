@@ -10,9 +10,9 @@
 #include <QMenuBar>
 #include <QPixmap>
 
-#include "core/Form1.h"
-#include "core/Guard.h"
-#include "core/MDIForm1.h"
+#include "core/display/Form1.h"
+#include "core/framework/Guard.h"
+#include "core/frame/MDIForm1.h"
 #include "shell/CanvasView.h"
 #include "shell/Convert.h"
 

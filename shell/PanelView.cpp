@@ -18,11 +18,12 @@
 #include <QSlider>
 #include <QVBoxLayout>
 
-#include "core/Display.h"
-#include "core/Guard.h"
-#include "core/controls.h"
+#include "core/display/Display.h"
+#include "core/framework/Guard.h"
+#include "core/framework/controls.h"
 #include "shell/Convert.h"
 #include "shell/ControlWidgets.h"
+#include "core/framework/PanelLook.h"
 
 namespace {
 // A picture box: the model's pixels, scaled to fit, with its text line centred.

@@ -4,7 +4,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-#include "core/Form2.h"
+#include "core/frame/Form2.h"
 #include "shell/ControlWidgets.h"
 #include "shell/PanelView.h"
 

@@ -17,10 +17,10 @@
 #include <QDir>
 #include <QUrl>
 
-#include "core/Form1.h"
-#include "core/Form2.h"
-#include "core/MDIForm1.h"
-#include "core/controls.h"
+#include "core/display/Form1.h"
+#include "core/frame/Form2.h"
+#include "core/frame/MDIForm1.h"
+#include "core/framework/controls.h"
 #include "shell/CanvasView.h"
 #include "shell/Convert.h"
 #include "shell/MainWindow.h"

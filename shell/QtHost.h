@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <map>
 
-#include "core/Host.h"
+#include "core/framework/Host.h"
 
 class MainWindow;
 class PanelView;

@@ -5,8 +5,8 @@
 #include <QPointer>
 #include <QToolButton>
 
-#include "core/Form2.h"
-#include "core/Guard.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Guard.h"
 #include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
 #include "shell/PanelView.h"

@@ -9,8 +9,8 @@
 #include <QPointer>
 
 #include "colour/Wells.h"
-#include "core/Form2.h"
-#include "core/Guard.h"
+#include "core/frame/Form2.h"
+#include "core/framework/Guard.h"
 #include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
 #include "shell/PanelView.h"

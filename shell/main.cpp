@@ -7,10 +7,10 @@
 #include <map>
 
 #include "app/Startup.h"
-#include "core/Form1.h"
-#include "core/Guard.h"
-#include "core/MDIForm1.h"
-#include "core/controls.h"
+#include "core/display/Form1.h"
+#include "core/framework/Guard.h"
+#include "core/frame/MDIForm1.h"
+#include "core/framework/controls.h"
 #include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
 #include "shell/Keys.h"
@@ -42,7 +42,7 @@ int main(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    Kelpwick::BindMenus();  // the menu bar shows only entries that have a command
+    Kelpwick::Compose();  // the menu bar shows only entries that have a command
     RegisterControlWidgets();
     MainWindow main;
     QtHost host(&main);

@@ -9,7 +9,7 @@
 #include <random>
 #include <vector>
 
-#include "core/MixTables.h"
+#include "core/framework/MixTables.h"
 #include "native/BrushKernels.h"
 
 using namespace kwbrush;

@@ -13,12 +13,12 @@
 #include "brush/BrushState.h"
 #include "canvas/CanvasInput.h"
 #include "colour/Colour.h"
-#include "core/AppState.h"
-#include "core/Buffers.h"
-#include "core/Form1.h"
-#include "core/Form2.h"
-#include "core/Undo.h"
-#include "core/vb.h"
+#include "core/framework/AppState.h"
+#include "core/document/Buffers.h"
+#include "core/display/Form1.h"
+#include "core/frame/Form2.h"
+#include "core/document/Undo.h"
+#include "core/framework/vb.h"
 #include "tests/support/ScriptedHost.h"
 
 struct CanvasBound : ::testing::Environment {

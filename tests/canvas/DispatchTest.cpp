@@ -2,8 +2,8 @@
 // the clone offset, the keys of the brush and NudgeAlpha.
 #include "tests/canvas/CanvasFixture.h"
 
-#include "core/Display.h"
-#include "core/MDIForm1.h"
+#include "core/display/Display.h"
+#include "core/frame/MDIForm1.h"
 
 TEST_F(CanvasTest, GuardsRefuseThePaintPathButNotCtrl) {
     const int16_t undo = UndoIndex;

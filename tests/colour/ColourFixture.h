@@ -6,8 +6,8 @@
 #include <iterator>
 #include <string>
 
-#include "core/Buffers.h"
-#include "core/vb.h"
+#include "core/document/Buffers.h"
+#include "core/framework/vb.h"
 #include "tests/support/ScriptedHost.h"
 
 namespace colourtest {

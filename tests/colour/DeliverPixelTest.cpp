@@ -10,7 +10,7 @@
 #include "colour/DeliverPixel.h"
 #include "colour/Gradients.h"
 #include "colour/Paper.h"
-#include "core/AppState.h"
+#include "core/framework/AppState.h"
 #include "tests/colour/ColourFixture.h"
 
 namespace {

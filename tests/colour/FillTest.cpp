@@ -8,11 +8,11 @@
 #include "colour/Gradients.h"
 #include "colour/Pickers.h"
 #include "colour/Wells.h"
-#include "core/AppState.h"
-#include "core/Form1.h"
-#include "core/Form2.h"
-#include "core/MDIForm1.h"
-#include "core/Undo.h"
+#include "core/framework/AppState.h"
+#include "core/display/Form1.h"
+#include "core/frame/Form2.h"
+#include "core/frame/MDIForm1.h"
+#include "core/document/Undo.h"
 #include "tests/colour/ColourFixture.h"
 
 namespace {

@@ -6,7 +6,7 @@
 
 #include "colour/Gradient.h"
 #include "colour/Gradients.h"
-#include "core/AppState.h"
+#include "core/framework/AppState.h"
 #include "tests/colour/ColourFixture.h"
 
 namespace {

@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "core/frame/MDIForm1.h"
 #include "colour/Paper.h"
-#include "core/Display.h"
-#include "core/Form2.h"
+#include "core/display/Display.h"
+#include "core/frame/Form2.h"
 #include "tests/colour/ColourFixture.h"
 
 namespace {
@@ -63,14 +64,14 @@ TEST_F(PaperTest, CheckBoxesSetTheFieldsAndTheTitle) {
     MakeTestDocument(8, 8);
     Form2::Check2.Value = 1;
     EXPECT_EQ(DrybrushOn, 1);
-    EXPECT_NE(ComposeTitle().find("(Paper)  "), std::string::npos);
+    EXPECT_NE(MDIForm1::ComposeTitle().find("(Paper)  "), std::string::npos);
     Form2::Check2.Value = 0;
-    EXPECT_EQ(ComposeTitle().find("(Paper)"), std::string::npos);
+    EXPECT_EQ(MDIForm1::ComposeTitle().find("(Paper)"), std::string::npos);
     Form2::HScroll6.Value = 51;
     EXPECT_FLOAT_EQ(PaperStrength, 51 / 255.0f);
     Form2::Check1.Value = 1;
     EXPECT_EQ(BumpinessOn, 1);
-    EXPECT_NE(ComposeTitle().find("(Paper)"), std::string::npos);
+    EXPECT_NE(MDIForm1::ComposeTitle().find("(Paper)"), std::string::npos);
     Form2::Check1.Value = 0;
     Form2::HScroll6.Value = 128;
 }

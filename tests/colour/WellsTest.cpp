@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "colour/Wells.h"
-#include "core/AppState.h"
-#include "core/Form2.h"
+#include "core/framework/AppState.h"
+#include "core/frame/Form2.h"
 #include "tests/colour/ColourFixture.h"
 
 namespace {

@@ -2,10 +2,15 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/Boxes.h"
-#include "core/CanvasSize.h"
-#include "core/Form1.h"
-#include "core/Panels.h"
+#include "core/framework/Boxes.h"
+#include "core/document/CanvasSize.h"
+#include "core/display/Form1.h"
+#include "core/frame/Nav.h"
+#include "core/frame/FatBits.h"
+#include "core/frame/MemoryOptions.h"
+#include "core/frame/Form3.h"
+#include "core/frame/KeyboardHelp.h"
+#include "core/frame/WindowMenu.h"
 #include "tests/core/CoreFixture.h"
 
 using BuffersTest = CoreTest;
@@ -68,7 +73,7 @@ TEST_F(BuffersTest, SwapExchangesColoursButNotAlpha) {
     EXPECT_EQ(BufR(1, 1), 7);
     EXPECT_EQ(SwapR(1, 1), 50);
     EXPECT_EQ(BufA(2, 2), 99);
-    EXPECT_NE(ComposeTitle().find("(Swap)  "), std::string::npos);
+    EXPECT_NE(MDIForm1::ComposeTitle().find("(Swap)  "), std::string::npos);
     SwapBuffers();
     EXPECT_EQ(App.SwapShown, 0);
     EXPECT_EQ(BufR(1, 1), 50);

@@ -2,7 +2,7 @@
 // change would fire them.
 #include <gtest/gtest.h>
 
-#include "core/controls.h"
+#include "core/framework/controls.h"
 
 namespace {
 Form TestForm("ControlsTestForm", "Test");

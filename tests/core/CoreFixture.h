@@ -4,13 +4,15 @@
 
 #include <gtest/gtest.h>
 
-#include "core/AppState.h"
-#include "core/Buffers.h"
-#include "core/Display.h"
-#include "core/Form2.h"
-#include "core/MDIForm1.h"
-#include "core/Undo.h"
-#include "core/vb.h"
+#include "core/framework/AppState.h"
+#include "core/document/Buffers.h"
+#include "core/display/Display.h"
+#include "core/frame/AlphaMenu.h"
+#include "core/frame/BufferMenu.h"
+#include "core/frame/Form2.h"
+#include "core/frame/MDIForm1.h"
+#include "core/document/Undo.h"
+#include "core/framework/vb.h"
 #include "tests/support/ScriptedHost.h"
 
 class CoreTest : public ::testing::Test {

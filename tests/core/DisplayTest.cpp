@@ -1,8 +1,14 @@
 // The display pipeline seen from the logic: screen image contents, routes,
 // zoom, marquee and title.
-#include "core/MixTables.h"
-#include "core/Panels.h"
+#include "core/framework/MixTables.h"
+#include "core/frame/Nav.h"
+#include "core/frame/FatBits.h"
+#include "core/frame/MemoryOptions.h"
+#include "core/frame/Form3.h"
+#include "core/frame/KeyboardHelp.h"
+#include "core/frame/WindowMenu.h"
 #include "tests/core/CoreFixture.h"
+#include "core/framework/PanelLook.h"
 
 using DisplayTest = CoreTest;
 
@@ -182,11 +188,11 @@ TEST_F(DisplayTest, PanelsShareOneColourSchemeAndPattern) {
     EXPECT_EQ(Nav::HScroll1.ForeColor.get(), 8974079u);
     EXPECT_EQ(Nav::Label1.BackColor.get(), 10524816u);
     const PatternTile& a = Draw_Pattern(Nav::form);
-    const PatternTile& b = Draw_Pattern(FadeLast::form);
+    const PatternTile& b = Draw_Pattern(FatBits::form);
     ASSERT_GT(a.size, 0);
     EXPECT_NE(std::count(a.pixels.begin(), a.pixels.end(), a.pixels[0]), static_cast<long>(a.pixels.size()));
-    FadeLast::form.BackColor = 10524816;
-    EXPECT_EQ(&Draw_Pattern(FadeLast::form), &Draw_Pattern(Nav::form));
+    FatBits::form.BackColor = 10524816;
+    EXPECT_EQ(&Draw_Pattern(FatBits::form), &Draw_Pattern(Nav::form));
     (void)b;
 }
 

@@ -1,8 +1,8 @@
 // The shared arithmetic and the mixing tables, at the values where rounding shows.
 #include <gtest/gtest.h>
 
-#include "core/MixTables.h"
-#include "core/vb.h"
+#include "core/framework/MixTables.h"
+#include "core/framework/vb.h"
 
 TEST(Numbers, ConversionsRoundHalfToEven) {
     EXPECT_EQ(vb::CInt(0.5), 0);

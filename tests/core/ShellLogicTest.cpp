@@ -1,8 +1,13 @@
 // Settings, boxes, the progress bar, small panels and the keys of the canvas.
-#include "core/Boxes.h"
-#include "core/Form1.h"
-#include "core/Panels.h"
-#include "core/Settings.h"
+#include "core/framework/Boxes.h"
+#include "core/display/Form1.h"
+#include "core/frame/Nav.h"
+#include "core/frame/FatBits.h"
+#include "core/frame/MemoryOptions.h"
+#include "core/frame/Form3.h"
+#include "core/frame/KeyboardHelp.h"
+#include "core/frame/WindowMenu.h"
+#include "core/framework/Settings.h"
 #include "tests/core/CoreFixture.h"
 
 using ShellLogicTest = CoreTest;

@@ -1,6 +1,5 @@
 // The undo ring: its budget, the index walk of undo and redo, and what each
 // slot carries besides pixels.
-#include "core/Panels.h"
 #include "tests/core/CoreFixture.h"
 
 using UndoTest = CoreTest;
@@ -130,39 +129,4 @@ TEST_F(UndoTest, SnapshotKeepsTheCleanCopyAndState) {
     EXPECT_EQ(UndoFresh, 0);
     Redo();
     EXPECT_EQ(UndoDirection, -1);
-}
-
-TEST_F(UndoTest, FadeBlendsTowardTheStateBeforeAndCancelRestores) {
-    MakeTestDocument(4, 4);
-    Stamp(0);
-    SaveUndo();
-    Stamp(200);
-    FadePrevious_Click();
-    EXPECT_EQ(BufR(1, 1), 200);  // amount 0 leaves the picture as it is
-    FadeLast::HScroll1.Value = 255;
-    EXPECT_EQ(BufR(1, 1), 0);
-    FadeLast::HScroll1.Value = 128;
-    EXPECT_EQ(BufR(1, 1), (200 * 127 + 0 * 128) / 255);
-    FadeLast::Command2_Click();
-    EXPECT_EQ(BufR(1, 1), 200);
-    EXPECT_TRUE(FadeR.empty());
-
-    FadePrevious_Click();
-    FadeLast::HScroll1.Value = 255;
-    FadeLast::Command1_Click();
-    EXPECT_EQ(BufR(1, 1), 0);
-    EXPECT_TRUE(FadeR.empty());
-}
-
-TEST_F(UndoTest, FadeCancelAfterANewDocumentKeepsThePlanesTogether) {
-    MakeTestDocument(8, 8);
-    SaveUndo();
-    FadePrevious_Click();
-    MakeTestDocument(20, 10);  // a new buffer while the fade panel is still open
-    FadeLast::HScroll1.Value = 100;
-    FadeLast::Command2_Click();
-    EXPECT_EQ(BufR.ubX(), 20);
-    EXPECT_EQ(BufG.ubY(), 10);
-    EXPECT_EQ(BufB.ubX(), BufA.ubX());
-    EXPECT_TRUE(FadeR.empty());
 }

@@ -4,10 +4,10 @@
 
 #include <cstring>
 
-#include "core/AppState.h"
-#include "core/Display.h"
-#include "core/Undo.h"
-#include "core/vb.h"
+#include "core/framework/AppState.h"
+#include "core/display/Display.h"
+#include "core/document/Undo.h"
+#include "core/framework/vb.h"
 #include "tests/file/FileTestSupport.h"
 
 using FileOpen = FileTest;

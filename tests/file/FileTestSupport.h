@@ -17,10 +17,10 @@
 #include <string>
 #include <vector>
 
-#include "core/Boxes.h"
-#include "core/Buffers.h"
-#include "core/Form1.h"
-#include "core/MDIForm1.h"
+#include "core/framework/Boxes.h"
+#include "core/document/Buffers.h"
+#include "core/display/Form1.h"
+#include "core/frame/MDIForm1.h"
 #include "file/Conversion.h"
 #include "file/FileNames.h"
 #include "file/Targa.h"

@@ -6,8 +6,8 @@
 #include <QtTest/QTest>
 
 #include "brush/BrushState.h"
-#include "core/AppState.h"
-#include "core/Form2.h"
+#include "core/framework/AppState.h"
+#include "core/frame/Form2.h"
 #include "shell/CanvasView.h"
 #include "tests/support/ScriptedHost.h"
 

@@ -11,10 +11,16 @@
 #include <QSlider>
 #include <QtTest/QTest>
 
-#include "core/AppState.h"
-#include "core/Boxes.h"
-#include "core/CanvasSize.h"
-#include "core/Panels.h"
+#include "core/framework/AppState.h"
+#include "core/framework/Boxes.h"
+#include "core/document/CanvasSize.h"
+#include "core/frame/Nav.h"
+#include "core/frame/FatBits.h"
+#include "core/frame/MemoryOptions.h"
+#include "core/frame/Form3.h"
+#include "core/frame/KeyboardHelp.h"
+#include "core/frame/WindowMenu.h"
+#include "filter/FadeLast.h"
 #include "shell/Convert.h"
 #include "shell/Keys.h"
 #include "shell/PanelView.h"

@@ -5,11 +5,11 @@
 
 #include <algorithm>
 
-#include "core/Boxes.h"
-#include "core/Buffers.h"
-#include "core/CanvasSize.h"
-#include "core/Display.h"
-#include "core/controls.h"
+#include "core/framework/Boxes.h"
+#include "core/document/Buffers.h"
+#include "core/document/CanvasSize.h"
+#include "core/display/Display.h"
+#include "core/framework/controls.h"
 
 namespace {
 Host* installed = nullptr;

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/Host.h"
+#include "core/framework/Host.h"
 
 class ScriptedHost : public Host {
 public:

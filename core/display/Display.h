@@ -1,0 +1,44 @@
+// The display pipeline: the screen image of the visible part of the canvas,
+// full and partial conversion, zoom, marquee and the window title.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/framework/Hook.h"
+#include "core/framework/Host.h"
+
+struct ScreenBitmapInfo {
+    int Width = 0, Height = 0, WidthBytes = 0, BitsPixel = 32;
+    int OriginX = 0, OriginY = 0;
+};
+
+extern ScreenBitmapInfo ScreenBitmap;
+extern int16_t DisplayBits;
+extern std::vector<uint32_t> RefreshBuff32;  // rows of RefreshStride32 pixels
+extern std::vector<uint16_t> RefreshBuff16;
+extern int RefreshStride32, RefreshRows32;  // bounds of RefreshBuff32 (0..stride-1, 0..rows-1)
+extern int RefreshStride16, RefreshRows16;
+extern uint8_t DisplayBroken, BlitOnly;
+extern int16_t MarqueePhase, MarqueeDelay;
+
+void DemensionRefreshBuff();
+// Converts the visible part of the picture and shows it, then raises DisplayRedrawn.
+void RedisplayWindow();
+// The whole picture was shown anew: the tool panel's preview, the info box and
+// the frame's title follow it.
+extern Hook<> DisplayRedrawn;
+void ResizeWindow();
+void Refresh_Click();
+void InitMarquee();
+void DisplayMarquee();
+// Converts and shows one rectangle of the picture, in buffer pixels (right and
+// bottom exclusive): the route a stroke takes for its dirty rectangle.
+void RefreshRect(int left, int top, int right, int bottom);
+// The mixing table the checked layer entry selects, or nullptr when mixing is off.
+const uint8_t* ActiveMixTable();
+
+// Which kwpaint route a redisplay takes, by surface depth and zoom.
+enum class RefreshRoute { Fast32, FastMix32, Zoom32, Zoom24, Fast16, FastMix16, Zoom16, Zoom15 };
+RefreshRoute ChooseRefreshRoute(int bits, int zoom, bool mixing, bool force15);

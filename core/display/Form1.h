@@ -1,0 +1,40 @@
+// The canvas window: its timer, keys and the entry points of canvas events.
+#pragma once
+
+#include "core/framework/controls.h"
+
+namespace Form1 {
+extern Form form;
+extern Timer Timer1;  // marches the marquee
+// Overlay feedback drawn over the picture; none of them touches the planes.
+// Positions are window pixels of the zoomed picture.
+extern Shape Brush_bounds;       // the custom brush's box following the cursor
+extern LineControl Line1, Line2;  // crosshair through the cursor
+extern LineControl Line3;         // the rubber line
+extern Shape Shape1;              // the rubber rectangle or ellipse
+extern Shape CloneCross;          // the clone source mark of a shift-click (centre = Left, Top)
+extern Prop<uint32_t>& BackColor;
+
+void Form_Load();
+void Form_Resize();
+// Listen to the document: the canvas window closes with the old document and
+// opens on the new one, cleared to its colour.
+void Document_Closing();
+void Document_Created(uint32_t backColour);
+void Timer1_Timer();
+// Keys of every panel land here.
+void Form_KeyDown(int16_t& keyCode, int16_t shift);
+void Form_KeyPress(int16_t& keyAscii);
+void Form_KeyUp(int16_t& keyCode, int16_t shift);
+// Key commands whose procedures live in folders the core cannot call. Each
+// folder's Bind function fills its slots at start-up; an empty slot does nothing.
+extern std::function<void()> ShowGradientKey;        // p
+extern std::function<void()> BufferFillKey;          // q
+extern std::function<void()> NextGradientColourKey;  // ]
+extern std::function<void()> PrevGradientColourKey;  // [
+extern std::function<void()> ClearAllGadsKey;        // Esc
+extern std::function<void()> BrushOptionsKey;        // o
+extern std::function<void(int dx, int dy)> NudgeAlphaKey;  // shift + arrows
+// The view was scrolled or resized: a new visible part needs its screen image.
+void ViewportChanged();
+}  // namespace Form1

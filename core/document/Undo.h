@@ -1,0 +1,33 @@
+// The undo ring: whole-picture snapshots of the four main planes, in a ring
+// sized by a memory budget. The index runs downward: a new snapshot goes below.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "core/framework/Plane.h"
+
+extern Plane3 UndoRingR, UndoRingG, UndoRingB, UndoRingA;
+struct UndoSlotState { uint8_t swapShown = 0, alphaOn = 0; };
+extern std::vector<UndoSlotState> UndoStateRing;
+extern int16_t UndoIndex, UndoLast, UndoDirection, UndoFresh;
+extern UndoSlotState CurState;
+
+// The slot count the budget allows for a W x H picture, less one; at least 1
+// (two slots) and never more than 16-bit indices can walk.
+int16_t UndoSlotsForBudget(int32_t megs, double w, double h);
+int16_t AllocUndoArray(int32_t megs);
+void SaveUndo();
+void RepaintUndo();
+void Redo();
+void GetCurrentState();
+
+// A ring built aside, to be installed only when the whole document was allocated.
+struct UndoRingSet {
+    Plane3 r, g, b, a;
+    std::vector<UndoSlotState> states;
+    int16_t last = 0;
+};
+// `last` is the highest slot index wanted (from the budget, or 1 when memory is short).
+UndoRingSet MakeUndoRing(int32_t megs, int w, int h, int16_t last);
+void InstallUndoRing(UndoRingSet&& set);

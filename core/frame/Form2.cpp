@@ -1,0 +1,241 @@
+// The tool panel's colours, sliders, clear button, preview and info box.
+#include "core/frame/Form2.h"
+
+#include <algorithm>
+#include <cctype>
+#include <memory>
+#include <vector>
+
+#include "core/framework/AppState.h"
+#include "core/document/Buffers.h"
+#include "core/display/Display.h"
+#include "core/display/Form1.h"
+#include "core/framework/Host.h"
+#include "core/frame/MDIForm1.h"
+#include "core/document/Undo.h"
+#include "core/framework/vb.h"
+
+namespace Form2 {
+Form form("Form2", "Tools");
+OptionButton Option1(form, "Option1", "Brush", 1, true);
+OptionButton Option2(form, "Option2", "Rect", 1);
+OptionButton Option3(form, "Option3", "Ellipse", 1);
+OptionButton Option4(form, "Option4", "Fill", 1);
+OptionButton Option6(form, "Option6", "Baster", 1);
+OptionButton Option13(form, "Option13", "Lasso", 1);
+OptionButton Option14(form, "Option14", "Rect alpha", 1);
+OptionButton Option15(form, "Option15", "Ellipse alpha", 1);
+OptionButton Option16(form, "Option16", "Wand", 1);
+OptionButton Option17(form, "Option17", "Curve", 1);
+OptionButton Option18(form, "Option18", "Line", 1);
+OptionButton Option19(form, "Option19", "Text", 1);
+OptionButton Option20(form, "Option20", "Cut brush", 1);
+PictureBox Picture1(form, "Picture1", 38, 38);
+const char* const StockBrushNames[StockBrushCount] = {
+    "Picture33", "Picture41", "Picture10", "Picture11", "Picture12", "Picture14", "Picture13",
+    "Picture15", "Picture16", "Picture17", "Picture19", "Picture20", "Picture21", "Picture22",
+    "Picture24", "Picture25", "Picture26", "Picture39", "Picture40", "Picture45"};
+namespace {
+std::vector<std::unique_ptr<PictureBox>> MakeStockBrushes() {
+    std::vector<std::unique_ptr<PictureBox>> pictures;
+    for (const char* name : StockBrushNames) pictures.push_back(std::make_unique<PictureBox>(form, name, 35, 35));
+    return pictures;
+}
+std::vector<std::unique_ptr<PictureBox>> StockBrushes = MakeStockBrushes();
+}  // namespace
+Slider HScroll5(form, "HScroll5", 1, 68, 20);
+Shape Shape4(form, "Shape4");
+Shape Shape1(form, "Shape1");
+Slider HScroll1(form, "HScroll1", 0, 255, 0, [] { HScroll1_Change(); });
+Slider hscroll2(form, "hscroll2", 0, 255, 0, [] { HScroll1_Change(); });
+Slider hscroll3(form, "hscroll3", 0, 255, 0, [] { HScroll1_Change(); });
+Slider HScroll4(form, "HScroll4", 0, 255, 255);
+Slider slider1(form, "slider1", 0, 64, 2);
+ComboBox Combo4(form, "Combo4", [] { Combo4_Click(); });
+CommandButton Command1(form, "Command1", "Clear", [] { Command1_Click(); });
+PictureBox Picture27(form, "Picture27", 96, 72);
+// Opens the layer mixing menu.
+CommandButton LayerButton(form, "LayerButton", "Layers...", [] { host().PopupMenu(Menus::Layers); });
+Label Info1(form, "Info1");
+// Paper, pickers and wells; their procedures are bound by the colour folder.
+CheckBox Check1(form, "Check1", "Bumpiness");
+CheckBox Check2(form, "Check2", "Drybrush");
+CheckBox Check3(form, "Check3", "Negative");
+Slider HScroll6(form, "HScroll6", 1, 255, 128);
+PictureBox Image1(form, "Image1", 40, 40);
+PictureBox Image2(form, "Image2", 40, 40);
+PictureBox Image3(form, "Image3", 40, 40);
+PictureBox Image4(form, "Image4", 40, 40);
+PictureBox Image5(form, "Image5", 40, 40);
+PictureBox Image6(form, "Image6", 40, 40);
+PictureBox Picture8(form, "Picture8", 160, 160);
+ListBox TabBox(form, "TabBox");
+PictureBox Picture54(form, "Picture54", 200, 100);
+PictureBox Picture56(form, "Picture56", 126, 100);
+PictureBox Picture43(form, "Picture43", 160, 160);
+const char* const WellNames[WellCount] = {
+    "Command11", "Command12", "Command13", "Command14", "Command15", "Command30", "Command39", "Command40",
+    "Command16", "Command17", "Command18", "Command19", "Command20", "Command35", "Command41", "Command42",
+    "Command5",  "Command6",  "Command7",  "Command8",  "Command9",  "Command36", "Command43", "Command44",
+    "Command10", "Command22", "Command23", "Command24", "Command25", "Command37", "Command46", "Command48",
+    "Command26", "Command27", "Command28", "Command29", "Command32", "Command38", "Command45", "Command47",
+    "Command68", "Command67", "Command66", "Command65", "Command64", "Command53", "Command50", "Command49",
+    "Command63", "Command62", "Command61", "Command60", "Command59", "Command52", "Command70", "Command72",
+    "Command58", "Command57", "Command56", "Command55", "Command54", "Command51", "Command69", "Command71"};
+namespace {
+std::vector<std::unique_ptr<WellButton>> MakeWells() {
+    std::vector<std::unique_ptr<WellButton>> wells;
+    for (const char* name : WellNames) wells.push_back(std::make_unique<WellButton>(form, name, ""));
+    return wells;
+}
+std::vector<std::unique_ptr<WellButton>> Wells = MakeWells();
+}  // namespace
+ComboBox Combo5(form, "Combo5");
+FileListBox File1(form, "File1", "*.wl");
+
+WellButton& Well(int i) { return *Wells.at(static_cast<size_t>(i)); }
+PictureBox& StockBrush(int i) { return *StockBrushes.at(static_cast<size_t>(i)); }
+
+namespace {
+struct Wiring {
+    Wiring() {
+        const std::pair<OptionButton*, const char*> tools[] = {
+            {&Option1, "Natural paint tools.  Right click for presets.  Keyboard d"},
+            {&Option2, "Upper left, unfilled rectangle.  Lower right, filled rectangle.  Right click for settings.  Keyboard r/R"},
+            {&Option3, "Upper left, unfilled ellipse.  Lower right, filled ellipse.  Right click for settings"},
+            {&Option4, "Flood fill..  Right click for settings."},
+            {&Option6, "The turkey baster.  Used to select colors in the buffer.  Keyboard."},
+            {&Option13, "Lasso to alpha.  Yee-haw!"},
+            {&Option14, "Rectangle to Alpha.  Alt to add or subtract."},
+            {&Option15, "Ellipse to Alpha.  Alt to add or subtract."},
+            {&Option16, "Magic wand.  Right click for settings.  Alt for add or subtract."},
+            {&Option17, "The curve tool."},
+            {&Option18, "Linear tool.  Right click for tools.  Keyboard v"},
+            {&Option19, "Text.  Right click for options."},
+            {&Option20, "Custom brush selector tool.  Right click for options.  Keyboard  'b'"}};
+        for (auto [tool, tip] : tools) {
+            tool->ToolTipText = tip;
+            tool->Group = 10;
+            // A tool shows once its work is in the program.
+            tool->Visible.setQuietly(tool == &Option1 || tool == &Option6);
+        }
+        Option2.Tag = Option3.Tag = "unfilled";
+        Picture1.ToolTipText = "Current brush.  Left click for more brushes.  Right click for options";
+        Picture1.Cls(0xFFFFFF);
+        for (int i = 0; i < StockBrushCount; ++i) {
+            StockBrush(i).Visible.setQuietly(false);
+            StockBrush(i).Group = 20 + i / 5;  // the palette in rows of five
+        }
+        HScroll5.Caption.setQuietly("Size");
+        HScroll5.ToolTipText = "Size of the natural brush";
+        for (const char* mode : {"Default", "Additive", "Subtractative", "Multiply", "Divide", "Screen", "Around grey",
+                                 "Rubthrough", "Panto", "Smear", "Pattern", "Offset pattern"})
+            Combo4.items.push_back(mode);
+        Combo4.ListIndex.setQuietly(0);
+        Combo4.ToolTipText = "Painting mode";
+        Shape4.Caption.setQuietly("Primary");
+        Shape4.FillColor.setQuietly(0x000000);
+        Shape1.Caption.setQuietly("Secondary");
+        Shape1.FillColor.setQuietly(0xFFFFFF);
+        HScroll1.Caption.setQuietly("Red");
+        hscroll2.Caption.setQuietly("Green");
+        hscroll3.Caption.setQuietly("Blue");
+        HScroll4.Caption.setQuietly("Opacity");
+        HScroll4.ToolTipText = "Opacity of brush and fill tools.";
+        slider1.Caption.setQuietly("Step");
+        slider1.ToolTipText = "Step value for brushes in pixels.";
+        Command1.ToolTipText = "Clear the buffer to the secondary colour (K)";
+        Command1.Group = LayerButton.Group = 1;
+        LayerButton.ToolTipText = "Layer mixing of the main and swap buffers";
+        Shape4.Group = Shape1.Group = 2;
+        Check1.ToolTipText = "paint recievies an embossed effect";
+        Check2.ToolTipText = "Paint is applied rouphly to the paper like dry paint.";
+        Check3.ToolTipText = "inverts the paper texture.";
+        Check1.Group = Check2.Group = Check3.Group = 3;
+        HScroll6.Caption.setQuietly("Paper");
+        HScroll6.ToolTipText = "Strength of the paper texture.";
+        const char* paperTips[] = {"A watercolor paper", "Canvass", "A cold pressed rouph surface",
+                                   "Plaster like surface", "Rouph paper", "More rouph paper"};
+        PictureBox* papers[] = {&Image1, &Image2, &Image3, &Image4, &Image5, &Image6};
+        for (int i = 0; i < 6; ++i) {
+            papers[i]->ToolTipText = paperTips[i];
+            papers[i]->Group = 4;
+        }
+        Picture8.Visible.setQuietly(false);
+        for (const char* tab : {"rgb", "rgb2", "sv", "wheel"}) TabBox.items.push_back(tab);
+        TabBox.ListIndex.setQuietly(0);
+        Combo5.ToolTipText = "Load a well file.";
+        File1.Visible.setQuietly(false);
+    }
+} wiring;
+}  // namespace
+
+uint32_t PrimaryColour() { return Shape4.FillColor; }
+
+void Combo4_Click() {
+    // The text is compared, not the position: the stored number is not the list position.
+    std::string t = Combo4.Text();
+    std::transform(t.begin(), t.end(), t.begin(), [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    static const std::pair<const char*, uint8_t> modes[] = {
+        {"DEFAULT", 0}, {"ADDITIVE", 1}, {"SUBTRACTATIVE", 2}, {"MULTIPLY", 3}, {"RUBTHROUGH", 4}, {"PANTO", 5},
+        {"SMEAR", 6},   {"PATTERN", 7},  {"OFFSET PATTERN", 8}, {"DIVIDE", 9},  {"SCREEN", 10}, {"AROUND GREY", 11}};
+    for (auto [literal, mode] : modes)
+        if (t == literal) App.PaintMode = mode;
+}
+uint32_t SecondaryColour() { return Shape1.FillColor; }
+
+void HScroll1_Change() { Shape4.FillColor = vb::RGB(HScroll1.Value, hscroll2.Value, hscroll3.Value); }
+
+void Command1_Click() {
+    App.LastLineX = -1;
+    SaveUndo();
+    int w = std::min(BufferWidth(), BufR.ubX()), h = std::min(BufferHeight(), BufR.ubY());
+    uint32_t c = Shape1.FillColor;
+    Form1::form.BackColor = c;
+    for (int y = 0; y < h; ++y) {
+        std::fill_n(BufR.row(y), std::max(w, 0), vb::RedOf(c));
+        std::fill_n(BufG.row(y), std::max(w, 0), vb::GreenOf(c));
+        std::fill_n(BufB.row(y), std::max(w, 0), vb::BlueOf(c));
+    }
+    RedisplayWindow();
+}
+
+void AfterRedisplay() {
+    if (App.Silent == 0) Picture27_Paint();
+    if (App.NoTitle == 0) {
+        GetCurrentInfo();
+        PrintUserInfo();
+    }
+}
+
+void Picture27_Paint() {
+    // A small picture of the whole document, nearest pixel.
+    int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
+    if (BufR.empty() || W <= 0 || H <= 0) return;
+    int pw = Picture27.Width, ph = Picture27.Height;
+    for (int v = 0; v < ph; ++v) {
+        int y = static_cast<int>(static_cast<long long>(v) * H / ph);
+        for (int u = 0; u < pw; ++u) {
+            int x = static_cast<int>(static_cast<long long>(u) * W / pw);
+            Picture27.pixels[static_cast<size_t>(v * pw + u)] = vb::RGB(BufR(x, y), BufG(x, y), BufB(x, y));
+        }
+    }
+    Picture27.Refresh();
+}
+}  // namespace Form2
+
+namespace {
+std::string PaintModeText, FillModeText = "Default", BrushModeText = "Color";
+}  // namespace
+
+void GetCurrentInfo() {
+    PaintModeText = Form2::Combo4.Text();
+    static const char* fills[] = {"Default", "Add", "Subtract", "Multiply", nullptr, "Divide", "Screen", "Rubthrough"};
+    if (App.FillMode < 8 && fills[App.FillMode]) FillModeText = fills[App.FillMode];  // 4 keeps the last text
+}
+
+void PrintUserInfo() {
+    Form2::Info1.Caption = "Paint mode = " + PaintModeText + "\nFill mode = " + FillModeText +
+                           "\nBrush mode = " + BrushModeText + "\nX = " + vb::Str(App.CursorX) +
+                           "\nY = " + vb::Str(App.CursorY);
+}

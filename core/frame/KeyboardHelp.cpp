@@ -1,0 +1,47 @@
+// The keyboard shortcut reference, read from the program folder, and the help page.
+#include "core/frame/KeyboardHelp.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "core/display/Display.h"
+#include "core/display/Form1.h"
+#include "core/frame/MDIForm1.h"
+#include "core/framework/AppState.h"
+#include "core/framework/Boxes.h"
+#include "core/framework/Host.h"
+#include "core/framework/PanelLook.h"
+
+namespace KeyboardHelp {
+Form form("KeyboardHelp", "Keyboard shortcut reference");
+TextBox RichTextBox1(form, "RichTextBox1");
+namespace {
+std::string ReadText(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return {};
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+struct Wiring {
+    Wiring() {
+        RichTextBox1.MultiLine = true;
+        form.Load = [] {
+            PrefsCallBack(form);
+            std::string text = ReadText(ProgramFile("Keyboard_Document.rtf"));
+            RichTextBox1.Text = text.empty() ? "The keyboard reference \"Keyboard_Document.rtf\" was not found." : text;
+        };
+        form.KeyPress = [](int16_t& k) { Form1::Form_KeyPress(k); };
+    }
+} wiring;
+}  // namespace
+}  // namespace KeyboardHelp
+
+void Shortcuts_Click() { Show(KeyboardHelp::form, false, &MDIForm1::form); }
+
+void Help_Kelhelp_Click() {
+    if (!host().OpenDocument(ProgramFile("Kelhelp.html")))
+        Kelpwick_MsgBox(
+            "Can't locate the default browser.  The help file may be found in the directory where this software is "
+            "installed.");
+}
