@@ -2,8 +2,10 @@
 #pragma once
 
 #include <QPointer>
+#include <QProcess>
 #include <QWidget>
 #include <map>
+#include <memory>
 
 #include "core/Host.h"
 
@@ -13,6 +15,7 @@ class PanelView;
 class QtHost : public Host {
 public:
     explicit QtHost(MainWindow* main);
+    ~QtHost() override;
     void ShowForm(Form& f, bool modal, Form* owner) override;
     void HideForm(Form& f) override;
     void UnloadForm(Form& f) override;
@@ -28,12 +31,25 @@ public:
     bool OpenDocument(const std::string& path) override;
     double Clock() override;
     void PopupMenu(MenuEntry& menu) override;
+    ProgramId StartProgram(const std::string& program, const std::vector<std::string>& arguments) override;
+    bool ProgramRunning(ProgramId id) override;
+    bool WaitForProgram(ProgramId id, int milliseconds) override;
+    ProgramExit ProgramResult(ProgramId id) override;
+    void KillProgram(ProgramId id) override;
+    void ReleaseProgram(ProgramId id) override;
 
     PanelView* panelFor(Form& f);  // made on first use
 
 private:
     MainWindow* main_;
     std::map<Form*, QPointer<PanelView>> panels_;
+    struct Program {
+        std::unique_ptr<QProcess> process;
+        std::string errorText;  // gathered as it is read
+    };
+    std::map<ProgramId, Program> programs_;
+    ProgramId lastProgram_ = 0;
+    QProcess* process(ProgramId id);
 };
 
 // Filters of the classic dialogs ("Desc|*.a;*.b|...") in Qt's form.
