@@ -16,7 +16,7 @@
 #include "core/MDIForm1.h"
 #include "core/MixTables.h"
 #include "core/Settings.h"
-#include "file/Targa.h"
+#include "file/FileMenu.h"
 
 namespace Form2 {
 void Form_Initialize() {

@@ -1,6 +1,8 @@
 // Open and Save of the File menu: the dialogs, their questions, the load into
 // the main buffer and the save from it, through the conversion service for
 // every format other than Targa.
+#include "file/FileMenu.h"
+
 #include <filesystem>
 
 #include "core/AppState.h"
@@ -11,11 +13,13 @@
 #include "core/Host.h"
 #include "core/MDIForm1.h"
 #include "core/Undo.h"
+#include "file/BufferFlip.h"
 #include "file/Conversion.h"
 #include "file/FileNames.h"
-#include "file/Targa.h"
+#include "file/TargaFile.h"
 #include "file/TargaOptions.h"
 
+std::string FileName;
 std::function<bool()> FreeAnimationForLoad;
 
 namespace {

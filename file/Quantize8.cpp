@@ -2,6 +2,8 @@
 // grid. The 256 most used cells become the palette (entry 0 the darkest, entries
 // 247..255 left black on purpose); pixels are dithered by one random threshold
 // each before they are mapped.
+#include "file/Quantize8.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <numeric>
@@ -9,7 +11,6 @@
 
 #include "core/Buffers.h"
 #include "core/vb.h"
-#include "file/Targa.h"
 
 namespace {
 

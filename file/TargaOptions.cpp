@@ -4,7 +4,9 @@
 
 #include "core/Display.h"
 #include "core/Host.h"
-#include "file/Targa.h"
+#include "file/TargaFile.h"
+
+uint8_t TargaCancelled = 0;
 
 namespace TargaOptions {
 Form form("TargaOptions", "Save Targa file");

@@ -23,7 +23,9 @@
 #include "core/MDIForm1.h"
 #include "file/Conversion.h"
 #include "file/FileNames.h"
-#include "file/Targa.h"
+#include "file/BufferFlip.h"
+#include "file/FileMenu.h"
+#include "file/TargaFile.h"
 #include "file/TargaOptions.h"
 #include "tests/support/ScriptedHost.h"
 
