@@ -21,7 +21,7 @@ struct CanvasSurface {
     int OriginY = 0;
 };
 
-struct FileDialogSpec {
+struct FileDialogRequest {
     std::string Title;
     std::string Filter;  // "Targa (*.tga)|*.tga|All (*.*)|*.*"
     std::string InitDir;
@@ -58,8 +58,8 @@ public:
     virtual bool CanvasIsActive() { return true; }
 
     // Common dialogs: empty / nullopt when cancelled.
-    virtual std::optional<std::string> OpenFileDialog(FileDialogSpec& dialog) = 0;
-    virtual std::optional<std::string> SaveFileDialog(FileDialogSpec& dialog) = 0;
+    virtual std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) = 0;
+    virtual std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) = 0;
     virtual std::optional<uint32_t> ChooseColor(uint32_t initial) = 0;
 
     // A document in the user's viewer (the help page); false when none starts.

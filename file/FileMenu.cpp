@@ -29,7 +29,7 @@ const char* const SaveFilter =
     "Default Targa (*.tga)|*.tga|Bmp|*.bmp|Jpeg|*.jpg|Png|*.png|Psd|*.psd|Targa|*.tga|Tiff|*.tif";
 
 // One dialog object serves both directions, so its filter index carries over.
-FileDialogSpec CommonDialog1{"Open a file", OpenFilter, {}, {}, 1};
+FileDialogRequest CommonDialog1{"Open a file", OpenFilter, {}, {}, 1};
 
 // The format word handed to the conversion, by save filter index. Indices 4 and 5
 // cross the filter's labels (Png gives PSD, Psd gives PNG): kept that way on purpose.

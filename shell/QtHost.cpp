@@ -162,7 +162,7 @@ QString QtFilterOf(const std::string& filter, int index, QString* selected) {
 }
 
 namespace {
-std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogSpec& dialog, bool save) {
+std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogRequest& dialog, bool save) {
     QString selected;
     QString filters = QtFilterOf(dialog.Filter, dialog.FilterIndex, &selected);
     QString start = Q(dialog.InitDir);
@@ -177,10 +177,10 @@ std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogSpec& dialog
 }
 }  // namespace
 
-std::optional<std::string> QtHost::OpenFileDialog(FileDialogSpec& dialog) {
+std::optional<std::string> QtHost::OpenFileDialog(FileDialogRequest& dialog) {
     return RunFileDialog(main_, dialog, false);
 }
-std::optional<std::string> QtHost::SaveFileDialog(FileDialogSpec& dialog) {
+std::optional<std::string> QtHost::SaveFileDialog(FileDialogRequest& dialog) {
     return RunFileDialog(main_, dialog, true);
 }
 

@@ -25,8 +25,8 @@ public:
     void SetCanvasWindowSize(int width, int height) override;
     void CanvasImageChanged(int left, int top, int right, int bottom) override;
     bool CanvasIsActive() override;
-    std::optional<std::string> OpenFileDialog(FileDialogSpec& dialog) override;
-    std::optional<std::string> SaveFileDialog(FileDialogSpec& dialog) override;
+    std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) override;
+    std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
     bool OpenDocument(const std::string& path) override;
     double Clock() override;

@@ -107,7 +107,7 @@ CanvasSurface ScriptedHost::GetCanvasSurface() {
     return s;
 }
 
-std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogSpec&) {
+std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogRequest&) {
     if (openFiles.empty()) {
         ADD_FAILURE() << "unexpected open-file dialog";
         return std::nullopt;
@@ -117,7 +117,7 @@ std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogSpec&) {
     return r;
 }
 
-std::optional<std::string> ScriptedHost::SaveFileDialog(FileDialogSpec&) {
+std::optional<std::string> ScriptedHost::SaveFileDialog(FileDialogRequest&) {
     if (saveFiles.empty()) {
         ADD_FAILURE() << "unexpected save-file dialog";
         return std::nullopt;

@@ -61,8 +61,8 @@ public:
         changedRects.push_back({l, t, r, b});
     }
     bool CanvasIsActive() override { return canvasActive; }
-    std::optional<std::string> OpenFileDialog(FileDialogSpec& dialog) override;
-    std::optional<std::string> SaveFileDialog(FileDialogSpec& dialog) override;
+    std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) override;
+    std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
     bool OpenDocument(const std::string& path) override;
     double Clock() override { return clock; }
