@@ -11,15 +11,15 @@
 #include "core/document/CanvasSize.h"
 #include "core/display/Display.h"
 #include "core/display/Form1.h"
-#include "core/frame/AlphaMenu.h"
 #include "core/frame/Form2.h"
 #include "core/framework/Host.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/MixTables.h"
 #include "core/framework/Settings.h"
-#include "file/Targa.h"
-#include "filter/FadeLast.h"
+#include "core/frame/AlphaMenu.h"
 #include "core/framework/PanelLook.h"
+#include "file/FileMenu.h"
+#include "filter/FadeLast.h"
 
 namespace Form2 {
 void Form_Initialize() {

@@ -28,8 +28,8 @@ public:
     CanvasSurface GetCanvasSurface() override { return {1600, 1000, 32, 0, 0}; }
     void SetCanvasWindowSize(int, int) override {}
     void CanvasImageChanged(int, int, int, int) override {}
-    std::optional<std::string> OpenFileDialog(FileDialogSpec&) override { return std::nullopt; }
-    std::optional<std::string> SaveFileDialog(FileDialogSpec&) override { return std::nullopt; }
+    std::optional<std::string> OpenFileDialog(FileDialogRequest&) override { return std::nullopt; }
+    std::optional<std::string> SaveFileDialog(FileDialogRequest&) override { return std::nullopt; }
     std::optional<uint32_t> ChooseColor(uint32_t) override { return std::nullopt; }
     bool OpenDocument(const std::string&) override { return false; }
     double Clock() override { return 0; }

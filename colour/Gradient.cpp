@@ -243,7 +243,7 @@ void Combo2_Click() {
 }
 
 void Command6_Click() {
-    FileDialogSpec dialog;
+    FileDialogRequest dialog;
     dialog.Title = "Save gradient";
     dialog.Filter = "Gradients (*.grd)|*.grd";
     dialog.InitDir = App.StartDirectory;

@@ -72,7 +72,7 @@ void Loadwell(const std::string& path) {
 }
 
 void SaveWells_Click() {
-    FileDialogSpec dialog;
+    FileDialogRequest dialog;
     dialog.Title = "Save wells";
     dialog.Filter = WellFilter;
     dialog.InitDir = App.StartDirectory;
@@ -83,7 +83,7 @@ void SaveWells_Click() {
 }
 
 void Loadwells_Click() {
-    FileDialogSpec dialog;
+    FileDialogRequest dialog;
     dialog.Title = "Load wells";
     dialog.Filter = WellFilter;
     dialog.InitDir = App.StartDirectory;

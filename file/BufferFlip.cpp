@@ -1,9 +1,12 @@
 // The Flip entries of the Buffer menu: the picture mirrored top to bottom or
 // left to right. The selection stays where it is (the Alpha menu flips it).
+#include "file/BufferFlip.h"
+
+#include <algorithm>
+
 #include "core/document/Buffers.h"
 #include "core/display/Display.h"
 #include "core/document/Undo.h"
-#include "file/Targa.h"
 #include "native/Flip.h"
 
 namespace {

@@ -1,6 +1,7 @@
-// The conversion service: `convert` started by name with an argument list (never
-// through a shell), absolute paths behind explicit format prefixes so that no
-// name can pass for an option, and literal output names so that '%' stays '%'.
+// The conversion service: `convert` started through the host by name with an
+// argument list (never through a shell), absolute paths behind explicit format
+// prefixes so that no name can pass for an option, and literal output names so
+// that '%' stays '%'.
 //
 // ImageMagick also reads meaning into input names ("[1]" as a frame, depending
 // even on the current folder), so the source is reached through a link of a
@@ -15,15 +16,12 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QTimer>
 
-#include <chrono>
 #include <list>
-#include <memory>
+#include <vector>
 
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
@@ -35,11 +33,11 @@ std::string ConversionProgram = "convert";
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-double Since(Clock::time_point t0) { return std::chrono::duration<double>(Clock::now() - t0).count(); }
+double Since(double t0) { return host().Clock() - t0; }
 
 QString Q(const std::string& s) { return QString::fromStdString(s); }
-QString Absolute(const std::string& path) { return QFileInfo(Q(path)).absoluteFilePath(); }
+std::string Absolute(const std::string& path) { return QFileInfo(Q(path)).absoluteFilePath().toStdString(); }
+bool Exists(const std::string& path) { return QFileInfo::exists(Q(path)); }
 
 QTemporaryDir& TempDir() {
     static QTemporaryDir dir(QDir::tempPath() + "/kelpwick-XXXXXX");
@@ -47,63 +45,105 @@ QTemporaryDir& TempDir() {
 }
 
 // A plain-named link to the source, in the private folder; the source itself if none can be made.
-QString PlainSourceName(const std::string& source) {
+std::string PlainSourceName(const std::string& source) {
     QString ext;
     for (QChar c : QFileInfo(Q(source)).suffix())
         if (c.isLetterOrNumber() && c.unicode() < 128) ext += c;
     QString name = ext.isEmpty() ? QString("Source") : QString("Source.") + ext.left(10);
     QString link = Q(TempFile(name.toStdString()));
     QFile::remove(link);
-    return QFile::link(Absolute(source), link) ? link : Absolute(source);
+    return QFile::link(Q(Absolute(source)), link) ? link.toStdString() : Absolute(source);
 }
 
 // The first lines of what the program said on its error channel.
-std::string ErrorText(QProcess& p) {
-    QString text = QString::fromLocal8Bit(p.readAllStandardError()).trimmed();
+std::string ErrorText(const ProgramExit& exit) {
+    const std::string& said = exit.ErrorText;
+    QString text = QString::fromLocal8Bit(said.data(), static_cast<qsizetype>(said.size())).trimmed();
     QStringList lines = text.split('\n', Qt::SkipEmptyParts);
     if (lines.size() > 6) lines = lines.mid(0, 6);
     return lines.join('\n').toStdString();
 }
 
+bool ExitedWell(const ProgramExit& exit) { return exit.Normal && exit.Code == 0; }
+
 void Pump(double seconds) {
-    auto t0 = Clock::now();
+    const double t0 = host().Clock();
     do {
         host().DoEvents();
-        QThread::msleep(5);
+        host().Sleep(5);
     } while (Since(t0) < seconds);
 }
 
+// A program started for one conversion, released when it goes out of scope.
+struct Program {
+    ProgramId id = 0;
+    explicit Program(ProgramId started) : id(started) {}
+    Program(Program&& other) noexcept : id(other.id) { other.id = 0; }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program() {
+        if (id) host().ReleaseProgram(id);
+    }
+    bool Running() const { return host().ProgramRunning(id); }
+};
+
+Program Start(const std::vector<std::string>& arguments) {
+    return Program(host().StartProgram(ConversionProgram, arguments));
+}
+
 // Waits up to 65535 ms for the program, pumping events with the canvas locked.
-void WaitOnProgram(QProcess& p) {
-    auto t0 = Clock::now();
-    while (!p.waitForFinished(25)) {
-        if (p.state() == QProcess::NotRunning || Since(t0) > 65.535) break;
+void WaitOnProgram(const Program& p) {
+    const double t0 = host().Clock();
+    while (!host().WaitForProgram(p.id, 25)) {
+        if (!p.Running() || Since(t0) > 65.535) break;
         ++App.LockCount;
         host().DoEvents();
         --App.LockCount;
     }
-    if (p.state() != QProcess::NotRunning) {
-        p.kill();
-        p.waitForFinished(2000);
+    if (p.Running()) {
+        host().KillProgram(p.id);
+        host().WaitForProgram(p.id, 2000);
     }
+}
+
+// The converter has ended well (or left its target anyway): the target should
+// follow within 4.5 s. 0 once it is there, 255 after telling the user.
+uint8_t AwaitTarga(const std::string& target) {
+    const double t0 = host().Clock();
+    for (;;) {
+        double elapsed = Since(t0);
+        if (Exists(target)) {
+            Bar(100);
+            Pump(0.1);  // let the file settle
+            StatusProcessing();
+            return 0;
+        }
+        if (elapsed > 4.5) break;
+        Bar(static_cast<int>(vb::Int(elapsed / 4.5 * 100)));
+        host().DoEvents();
+        host().Sleep(10);
+    }
+    Kelpwick_MsgBox("Timed out waiting for conversion service");
+    StatusProcessing();
+    return 255;
 }
 
 // Exports still running: reported when they end.
 struct PendingExport {
-    std::unique_ptr<QProcess> process;
+    Program process;
     std::string target;
 };
+// Never destroyed: the host is gone before statics are, and it lets the last
+// exports finish on its own.
 std::list<PendingExport>& Pending() {
-    static std::list<PendingExport> list;
-    return list;
+    static auto* list = new std::list<PendingExport>;
+    return *list;
 }
 
-bool Failed(QProcess& p, const std::string& target) {
-    return p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0 || !QFileInfo::exists(Q(target));
-}
-
-void Report(PendingExport& e) {
-    std::string why = ErrorText(*e.process);
+void Report(const PendingExport& e) {
+    const ProgramExit exit = host().ProgramResult(e.process.id);
+    if (ExitedWell(exit) && Exists(e.target)) return;
+    std::string why = ErrorText(exit);
     Kelpwick_MsgBox("An error has occurred while saving.\n" + e.target + " was not written." +
                     (why.empty() ? std::string() : "\n" + why));
 }
@@ -114,19 +154,18 @@ void Reap(bool wait) {
     std::list<PendingExport> done;
     auto& list = Pending();
     for (auto it = list.begin(); it != list.end();) {
-        if (wait && it->process->state() != QProcess::NotRunning) it->process->waitForFinished(65535);
-        if (it->process->state() == QProcess::NotRunning) {
+        if (wait && it->process.Running()) host().WaitForProgram(it->process.id, 65535);
+        if (!it->process.Running()) {
             done.splice(done.end(), list, it++);
         } else {
             ++it;
         }
     }
-    for (auto& e : done)
-        if (Failed(*e.process, e.target)) Report(e);
+    for (auto& e : done) Report(e);
 }
 
-// In the running program a timer looks for finished exports; at exit the last
-// ones are waited for, so that the temporary folder outlives them.
+// In the running program a timer looks for finished exports. The host lets the
+// last ones finish at exit, before the temporary folder goes.
 void WatchPending() {
     auto* app = QCoreApplication::instance();
     if (!app) return;
@@ -140,10 +179,6 @@ void WatchPending() {
                 return;
             }
             Guarded([] { Reap(false); });
-        });
-        qAddPostRoutine([] {
-            for (auto& e : Pending()) e.process->waitForFinished(65535);
-            Pending().clear();
         });
     }
     timer->start();
@@ -166,56 +201,39 @@ std::string TempFile(const std::string& name) {
 uint8_t ConvertToTarga(const std::string& source, const std::string& target) {
     ShowStatus("Computer stuff happening...");
     QFile::remove(Q(target));  // an old temporary must not pass as the result
-    const QString input = PlainSourceName(source);
+    const std::string input = PlainSourceName(source);
     struct LinkRemover {
         QString link;
         ~LinkRemover() {
             if (QFileInfo(link).isSymLink()) QFile::remove(link);
         }
-    } remover{input};
-    QProcess p;
-    p.setStandardOutputFile(QProcess::nullDevice());
+    } remover{Q(input)};
     // Only the first frame of a many-frame file; upright as other viewers show it;
     // 8 bits per channel and no compression, so that the reader takes every result.
     // A palette picture would be written colour-mapped, where its transparency has
     // no place: adding nothing makes it direct colour, with alpha when it has some.
-    p.start(Q(ConversionProgram),
-            {input, "-auto-orient", "-delete", "1--1", "-evaluate", "Add", "0", "-orient", "TopLeft", "-compress",
-             "None", "-depth", "8", "-define", "filename:literal=true", "TGA:" + Absolute(target)});
-    if (!p.waitForStarted(10000)) {
+    Program p = Start({input, "-auto-orient", "-delete", "1--1", "-evaluate", "Add", "0", "-orient", "TopLeft",
+                       "-compress", "None", "-depth", "8", "-define", "filename:literal=true",
+                       "TGA:" + Absolute(target)});
+    if (!p.id) {
         StatusProcessing();
         Kelpwick_MsgBox("The conversion service could not be started: ImageMagick's '" + ConversionProgram +
                         "' program was not found.");
         return 255;
     }
     WaitOnProgram(p);
-    if ((p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) && !QFileInfo::exists(Q(target))) {
-        std::string why = ErrorText(p);
+    const ProgramExit exit = host().ProgramResult(p.id);
+    if (!ExitedWell(exit) && !Exists(target)) {
+        std::string why = ErrorText(exit);
         StatusProcessing();
         Kelpwick_MsgBox("ImageMagick could not read " + source + "." + (why.empty() ? std::string() : "\n" + why));
         return 255;
     }
-    auto t0 = Clock::now();
-    for (;;) {
-        double elapsed = Since(t0);
-        if (QFileInfo::exists(Q(target))) {
-            Bar(100);
-            Pump(0.1);  // let the file settle
-            StatusProcessing();
-            return 0;
-        }
-        if (elapsed > 4.5) break;
-        Bar(static_cast<int>(vb::Int(elapsed / 4.5 * 100)));
-        host().DoEvents();
-        QThread::msleep(10);
-    }
-    Kelpwick_MsgBox("Timed out waiting for conversion service");
-    StatusProcessing();
-    return 255;
+    return AwaitTarga(target);
 }
 
 void ConvertFromTarga(const std::string& target, const std::string& source, const std::string& format) {
-    QStringList args;
+    std::vector<std::string> args;
     if (format == "JPEG") {
         std::string title = GenericOptions::form.Caption;
         GenericOptions::form.Caption = "Jpeg quality";
@@ -225,18 +243,16 @@ void ConvertFromTarga(const std::string& target, const std::string& source, cons
             Kelpwick_MsgBox("Save canceled");
             return;
         }
-        args << "-quality" << QString::number(quality);
+        args = {"-quality", std::to_string(quality)};
     }
-    args << "TGA:" + Absolute(source) << "-auto-orient" << "-define" << "filename:literal=true"
-         << Q(format) + ":" + Absolute(target);
-    auto p = std::make_unique<QProcess>();
-    p->setStandardOutputFile(QProcess::nullDevice());
-    p->start(Q(ConversionProgram), args);
-    if (!p->waitForStarted(10000)) {
+    args.insert(args.end(), {"TGA:" + Absolute(source), "-auto-orient", "-define", "filename:literal=true",
+                             format + ":" + Absolute(target)});
+    Program p = Start(args);
+    if (!p.id) {
         Kelpwick_MsgBox("An error has occurred while saving.");
         return;
     }
-    Pending().push_back({std::move(p), Absolute(target).toStdString()});
+    Pending().push_back({std::move(p), Absolute(target)});
     WatchPending();
 }
 

@@ -1,6 +1,8 @@
 // Open and Save of the File menu: the dialogs, their questions, the load into
 // the main buffer and the save from it, through the conversion service for
 // every format other than Targa.
+#include "file/FileMenu.h"
+
 #include <filesystem>
 
 #include "core/framework/AppState.h"
@@ -11,11 +13,13 @@
 #include "core/framework/Host.h"
 #include "core/frame/MDIForm1.h"
 #include "core/document/Undo.h"
+#include "file/BufferFlip.h"
 #include "file/Conversion.h"
 #include "file/FileNames.h"
-#include "file/Targa.h"
+#include "file/TargaFile.h"
 #include "file/TargaOptions.h"
 
+std::string FileName;
 std::function<bool()> FreeAnimationForLoad;
 
 namespace {
@@ -25,7 +29,7 @@ const char* const SaveFilter =
     "Default Targa (*.tga)|*.tga|Bmp|*.bmp|Jpeg|*.jpg|Png|*.png|Psd|*.psd|Targa|*.tga|Tiff|*.tif";
 
 // One dialog object serves both directions, so its filter index carries over.
-FileDialogSpec CommonDialog1{"Open a file", OpenFilter, {}, {}, 1};
+FileDialogRequest CommonDialog1{"Open a file", OpenFilter, {}, {}, 1};
 
 // The format word handed to the conversion, by save filter index. Indices 4 and 5
 // cross the filter's labels (Png gives PSD, Psd gives PNG): kept that way on purpose.

@@ -1,5 +1,7 @@
 // Targa files on disk: the loader both the buffer and the brush use, the
 // buffer's writer, and whole-file reads and writes.
+#include "file/TargaFile.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -9,12 +11,10 @@
 
 #include "core/framework/Boxes.h"
 #include "core/document/Buffers.h"
-#include "file/Targa.h"
+#include "file/Quantize8.h"
 
 TargaFileHeader TargaHeader;
 uint8_t TargaSaveType = 1;
-uint8_t TargaCancelled = 0;
-std::string FileName;
 
 namespace {
 void BarProgress(int percent, void*) { Bar(percent); }

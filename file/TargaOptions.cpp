@@ -4,8 +4,10 @@
 
 #include "core/display/Display.h"
 #include "core/framework/Host.h"
-#include "file/Targa.h"
 #include "core/framework/PanelLook.h"
+#include "file/TargaFile.h"
+
+uint8_t TargaCancelled = 0;
 
 namespace TargaOptions {
 Form form("TargaOptions", "Save Targa file");

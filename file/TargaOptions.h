@@ -1,7 +1,11 @@
 // The "Save Targa file" panel: the kind of Targa a save writes.
 #pragma once
 
+#include <cstdint>
+
 #include "core/framework/controls.h"
+
+extern uint8_t TargaCancelled;  // 1 when the panel was left through Cancel
 
 namespace TargaOptions {
 extern Form form;

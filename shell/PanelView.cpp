@@ -18,8 +18,8 @@
 #include <QSlider>
 #include <QVBoxLayout>
 
-#include "core/display/Display.h"
 #include "core/framework/Guard.h"
+#include "core/framework/Host.h"
 #include "core/framework/controls.h"
 #include "shell/Convert.h"
 #include "shell/ControlWidgets.h"

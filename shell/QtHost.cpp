@@ -28,6 +28,13 @@
 
 QtHost::QtHost(MainWindow* main) : main_(main) {}
 
+// Programs still running at exit were started for the user (an export writing
+// the file just saved): they are let finish rather than killed.
+QtHost::~QtHost() {
+    for (auto& [id, program] : programs_)
+        if (program.process->state() != QProcess::NotRunning) program.process->waitForFinished(65535);
+}
+
 PanelView* QtHost::panelFor(Form& f) {
     auto& p = panels_[&f];
     if (!p) {
@@ -155,7 +162,7 @@ QString QtFilterOf(const std::string& filter, int index, QString* selected) {
 }
 
 namespace {
-std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogSpec& dialog, bool save) {
+std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogRequest& dialog, bool save) {
     QString selected;
     QString filters = QtFilterOf(dialog.Filter, dialog.FilterIndex, &selected);
     QString start = Q(dialog.InitDir);
@@ -170,8 +177,12 @@ std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogSpec& dialog
 }
 }  // namespace
 
-std::optional<std::string> QtHost::OpenFileDialog(FileDialogSpec& dialog) { return RunFileDialog(main_, dialog, false); }
-std::optional<std::string> QtHost::SaveFileDialog(FileDialogSpec& dialog) { return RunFileDialog(main_, dialog, true); }
+std::optional<std::string> QtHost::OpenFileDialog(FileDialogRequest& dialog) {
+    return RunFileDialog(main_, dialog, false);
+}
+std::optional<std::string> QtHost::SaveFileDialog(FileDialogRequest& dialog) {
+    return RunFileDialog(main_, dialog, true);
+}
 
 std::optional<uint32_t> QtHost::ChooseColor(uint32_t initial) {
     QColor c = QColorDialog::getColor(QColorOf(initial), main_);
@@ -195,3 +206,43 @@ void QtHost::PopupMenu(MenuEntry& menu) {
     MainWindow::FillMenu(&m, menu);
     m.exec(QCursor::pos());
 }
+
+QProcess* QtHost::process(ProgramId id) {
+    auto it = programs_.find(id);
+    return it == programs_.end() ? nullptr : it->second.process.get();
+}
+
+ProgramId QtHost::StartProgram(const std::string& program, const std::vector<std::string>& arguments) {
+    auto p = std::make_unique<QProcess>();
+    p->setStandardOutputFile(QProcess::nullDevice());
+    QStringList args;
+    for (const std::string& a : arguments) args << Q(a);
+    p->start(Q(program), args);
+    if (!p->waitForStarted(10000)) return 0;
+    programs_[++lastProgram_] = {std::move(p), {}};
+    return lastProgram_;
+}
+
+bool QtHost::ProgramRunning(ProgramId id) {
+    QProcess* p = process(id);
+    return p && p->state() != QProcess::NotRunning;
+}
+
+bool QtHost::WaitForProgram(ProgramId id, int milliseconds) {
+    QProcess* p = process(id);
+    return !p || p->state() == QProcess::NotRunning || p->waitForFinished(milliseconds);
+}
+
+ProgramExit QtHost::ProgramResult(ProgramId id) {
+    auto it = programs_.find(id);
+    if (it == programs_.end()) return {};
+    QProcess& p = *it->second.process;
+    it->second.errorText += p.readAllStandardError().toStdString();
+    return {p.exitStatus() == QProcess::NormalExit, p.exitCode(), it->second.errorText};
+}
+
+void QtHost::KillProgram(ProgramId id) {
+    if (QProcess* p = process(id)) p->kill();
+}
+
+void QtHost::ReleaseProgram(ProgramId id) { programs_.erase(id); }

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <QPointer>
+#include <QProcess>
 #include <QWidget>
 #include <map>
+#include <memory>
 
 #include "core/framework/Host.h"
 
@@ -13,6 +15,7 @@ class PanelView;
 class QtHost : public Host {
 public:
     explicit QtHost(MainWindow* main);
+    ~QtHost() override;
     void ShowForm(Form& f, bool modal, Form* owner) override;
     void HideForm(Form& f) override;
     void UnloadForm(Form& f) override;
@@ -22,18 +25,31 @@ public:
     void SetCanvasWindowSize(int width, int height) override;
     void CanvasImageChanged(int left, int top, int right, int bottom) override;
     bool CanvasIsActive() override;
-    std::optional<std::string> OpenFileDialog(FileDialogSpec& dialog) override;
-    std::optional<std::string> SaveFileDialog(FileDialogSpec& dialog) override;
+    std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) override;
+    std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
     bool OpenDocument(const std::string& path) override;
     double Clock() override;
     void PopupMenu(MenuEntry& menu) override;
+    ProgramId StartProgram(const std::string& program, const std::vector<std::string>& arguments) override;
+    bool ProgramRunning(ProgramId id) override;
+    bool WaitForProgram(ProgramId id, int milliseconds) override;
+    ProgramExit ProgramResult(ProgramId id) override;
+    void KillProgram(ProgramId id) override;
+    void ReleaseProgram(ProgramId id) override;
 
     PanelView* panelFor(Form& f);  // made on first use
 
 private:
     MainWindow* main_;
     std::map<Form*, QPointer<PanelView>> panels_;
+    struct Program {
+        std::unique_ptr<QProcess> process;
+        std::string errorText;  // gathered as it is read
+    };
+    std::map<ProgramId, Program> programs_;
+    ProgramId lastProgram_ = 0;
+    QProcess* process(ProgramId id);
 };
 
 // Filters of the classic dialogs ("Desc|*.a;*.b|...") in Qt's form.

@@ -132,7 +132,7 @@ void MDIBackground_Click() {
 }
 
 void MDIbackgroundBitmap_Click() {
-    FileDialogSpec dialog;
+    FileDialogRequest dialog;
     dialog.Title = "MDI background bitmap";
     dialog.Filter = "Pictures (*.bmp;*.png;*.jpg)|*.bmp;*.png;*.jpg|All files (*.*)|*.*";
     dialog.InitDir = App.StartDirectory;

@@ -1,6 +1,9 @@
 // Host installation, form show/hide, and the guard around event procedures.
 #include "core/framework/Host.h"
 
+#include <chrono>
+#include <thread>
+
 #include "core/framework/controls.h"
 
 namespace {
@@ -9,6 +12,15 @@ Host* current = nullptr;
 
 Host& host() { return *current; }
 void SetHost(Host* h) { current = h; }
+
+void Host::Sleep(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
+
+ProgramId Host::StartProgram(const std::string&, const std::vector<std::string>&) { return 0; }
+bool Host::ProgramRunning(ProgramId) { return false; }
+bool Host::WaitForProgram(ProgramId, int) { return true; }
+ProgramExit Host::ProgramResult(ProgramId) { return {}; }
+void Host::KillProgram(ProgramId) {}
+void Host::ReleaseProgram(ProgramId) {}
 
 void Show(Form& f, bool modal, Form* owner) {
     if (!f.Loaded) {

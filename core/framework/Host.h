@@ -21,12 +21,22 @@ struct CanvasSurface {
     int OriginY = 0;
 };
 
-struct FileDialogSpec {
+struct FileDialogRequest {
     std::string Title;
     std::string Filter;  // "Targa (*.tga)|*.tga|All (*.*)|*.*"
     std::string InitDir;
     std::string FileName;
     int FilterIndex = 1;  // 1-based, set by the dialog to the chosen filter
+};
+
+// A program started through the host; 0 is none.
+using ProgramId = int;
+
+// How a program ended.
+struct ProgramExit {
+    bool Normal = false;    // it exited by itself, neither killed nor crashed
+    int Code = 0;           // its exit code
+    std::string ErrorText;  // all it wrote on its error channel, as it wrote it
 };
 
 class Host {
@@ -48,13 +58,31 @@ public:
     virtual bool CanvasIsActive() { return true; }
 
     // Common dialogs: empty / nullopt when cancelled.
-    virtual std::optional<std::string> OpenFileDialog(FileDialogSpec& dialog) = 0;
-    virtual std::optional<std::string> SaveFileDialog(FileDialogSpec& dialog) = 0;
+    virtual std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) = 0;
+    virtual std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) = 0;
     virtual std::optional<uint32_t> ChooseColor(uint32_t initial) = 0;
 
     // A document in the user's viewer (the help page); false when none starts.
     virtual bool OpenDocument(const std::string& path) = 0;
     virtual double Clock() = 0;  // seconds since an arbitrary start
+    // Sleeps the calling thread; nothing else runs meanwhile.
+    virtual void Sleep(int milliseconds);
+
+    // Other programs, started by name (found through the search path) with an
+    // argument list, never through a shell. Their output goes nowhere; what they
+    // write on their error channel is kept for ProgramResult. The defaults are
+    // those of a host that can start no program.
+    // StartProgram gives 0 when the program has not started within 10 s.
+    virtual ProgramId StartProgram(const std::string& program, const std::vector<std::string>& arguments);
+    virtual bool ProgramRunning(ProgramId id);
+    // Waits up to `milliseconds` for the program to end; true once it has ended.
+    virtual bool WaitForProgram(ProgramId id, int milliseconds);
+    // How it ended; meaningful once it has.
+    virtual ProgramExit ProgramResult(ProgramId id);
+    virtual void KillProgram(ProgramId id);
+    // Forgets a program, killing it first if it still runs.
+    virtual void ReleaseProgram(ProgramId id);
+
     // Opens a popup menu of the hidden Menus window at the pointer.
     virtual void PopupMenu(MenuEntry& menu) = 0;
 };

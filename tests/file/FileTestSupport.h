@@ -23,7 +23,9 @@
 #include "core/frame/MDIForm1.h"
 #include "file/Conversion.h"
 #include "file/FileNames.h"
-#include "file/Targa.h"
+#include "file/BufferFlip.h"
+#include "file/FileMenu.h"
+#include "file/TargaFile.h"
 #include "file/TargaOptions.h"
 #include "tests/support/ScriptedHost.h"
 
@@ -32,14 +34,14 @@ using Bytes = std::vector<uint8_t>;
 class FileHost : public ScriptedHost {
 public:
     int filter = 1;  // the filter the user picks in the next file dialog, 1-based
-    FileDialogSpec lastOpen, lastSave;
+    FileDialogRequest lastOpen, lastSave;
     std::vector<std::string> statusTexts;
     FileHost() { Status::Frame1.viewHook = [this] { statusTexts.push_back(Status::Frame1.Caption); }; }
     ~FileHost() override { Status::Frame1.viewHook = nullptr; }
-    std::optional<std::string> OpenFileDialog(FileDialogSpec& s) override {
+    std::optional<std::string> OpenFileDialog(FileDialogRequest& s) override {
         return ScriptedHost::OpenFileDialog(Pick(s, lastOpen));
     }
-    std::optional<std::string> SaveFileDialog(FileDialogSpec& s) override {
+    std::optional<std::string> SaveFileDialog(FileDialogRequest& s) override {
         return ScriptedHost::SaveFileDialog(Pick(s, lastSave));
     }
     bool SawStatus(const std::string& text) const {
@@ -72,7 +74,7 @@ public:
     }
 
 private:
-    FileDialogSpec& Pick(FileDialogSpec& s, FileDialogSpec& last) {
+    FileDialogRequest& Pick(FileDialogRequest& s, FileDialogRequest& last) {
         last = s;
         s.FilterIndex = filter;
         return s;

@@ -4,9 +4,14 @@
 // FileMenuTest.)
 #include <gtest/gtest.h>
 
+#include <signal.h>
+
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 
+#include "core/framework/AppState.h"
 #include "tests/file/FileTestSupport.h"
 
 using ForeignFiles = FileTest;
@@ -103,6 +108,11 @@ TEST_F(Conversion, JpegAsksForQualityAndComesBackUpright) {
         GenericOptions::Command1.press();
     });
     h.Save(dir / "j.jpg", 3);
+    ASSERT_FALSE(h.programsStarted.empty());
+    const auto& args = h.programsStarted.back();
+    auto quality = std::find(args.begin(), args.end(), "-quality");
+    ASSERT_LT(quality + 1, args.end());
+    EXPECT_EQ(quality[1], "95");
     Rgba ref = PillowDecode(dir / "j.jpg");
     ASSERT_EQ(ref.w, 16);
     EXPECT_GT(ref.at(3, 2)[0], 240);
@@ -149,13 +159,55 @@ TEST_F(Conversion, FailuresAreToldInBothDirections) {
     FinishPendingConversions();
     EXPECT_EQ(PendingConversionCount(), 0);
 
-    // No converter at all.
+    // No converter at all: the document stays as it was, and nothing is left pending.
+    const Rgba painted = Snapshot();
+    const std::string caption = Form1::form.Caption;
     std::string program = ConversionProgram;
     ConversionProgram = "kelpwick-no-such-converter";
     h.Open(dir / "junk.png", 2, "could not be started");
+    EXPECT_EQ(Snapshot().px, painted.px);
+    EXPECT_EQ(Form1::form.Caption.get(), caption);
     h.Save(dir / "x.png", 5, nullptr, "An error has occurred while saving.");
-    // A converter that says it succeeded and writes nothing: the wait times out.
+    EXPECT_EQ(PendingConversionCount(), 0);
+    // A converter that says it succeeded and writes nothing: the wait for the
+    // file times out after 4.5 s.
     ConversionProgram = "true";
+    const double before = h.clock;
     h.Open(dir / "junk.png", 2, "Timed out waiting for conversion service");
+    EXPECT_GE(h.clock - before, 4.5);
+    EXPECT_LT(h.clock - before, 5.0);
     ConversionProgram = program;
+}
+
+// A host whose every pass of the event loop takes ten seconds.
+struct SlowEventsHost : FileHost {
+    std::vector<int> lockCounts;  // the canvas lock seen by each pass
+    void DoEvents() override {
+        lockCounts.push_back(App.LockCount);
+        clock += 10;
+    }
+};
+
+TEST_F(Conversion, AConverterThatHangsIsKilledAtItsTimeOut) {
+    PaintAsymmetric(5, 4);
+    const Rgba painted = Snapshot();
+    const std::string script = dir / "hang.sh", pidFile = dir / "pid";
+    std::ofstream(script) << "#!/bin/sh\necho $$ > '" << pidFile << "'\nexec sleep 600\n";
+    std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+    const std::string program = ConversionProgram;
+    ConversionProgram = script;
+    SlowEventsHost slow;
+    slow.Open(dir / "x.png", 2, "ImageMagick could not read");
+    ConversionProgram = program;
+
+    // Events ran with the canvas locked while the program was waited for: seven
+    // passes of ten seconds are the first to pass 65.535 s. Then it was killed,
+    // and the document is untouched.
+    EXPECT_EQ(std::count(slow.lockCounts.begin(), slow.lockCounts.end(), 1), 7);
+    EXPECT_EQ(App.LockCount, 0);
+    EXPECT_EQ(Snapshot().px, painted.px);
+    const Bytes pid = ReadBytes(pidFile);
+    ASSERT_FALSE(pid.empty()) << "the converter never ran";
+    EXPECT_NE(::kill(static_cast<pid_t>(std::stol(std::string(pid.begin(), pid.end()))), 0), 0)
+        << "the converter still runs";
 }

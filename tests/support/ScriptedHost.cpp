@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QProcess>
+#include <QStringList>
+
 #include <algorithm>
+#include <chrono>
 
 #include "core/framework/Boxes.h"
 #include "core/document/Buffers.h"
@@ -11,9 +15,17 @@
 #include "core/display/Display.h"
 #include "core/framework/controls.h"
 
+struct ScriptedHost::Program {
+    QProcess process;
+    std::string errorText;  // gathered as it is read
+};
+
 namespace {
 Host* installed = nullptr;
-}
+// Numbers stay unique across hosts, so that a program left behind by one test
+// is never taken for another's.
+ProgramId lastProgram = 0;
+}  // namespace
 
 ScriptedHost::ScriptedHost() {
     previous_ = installed;
@@ -95,7 +107,7 @@ CanvasSurface ScriptedHost::GetCanvasSurface() {
     return s;
 }
 
-std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogSpec&) {
+std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogRequest&) {
     if (openFiles.empty()) {
         ADD_FAILURE() << "unexpected open-file dialog";
         return std::nullopt;
@@ -105,7 +117,7 @@ std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogSpec&) {
     return r;
 }
 
-std::optional<std::string> ScriptedHost::SaveFileDialog(FileDialogSpec&) {
+std::optional<std::string> ScriptedHost::SaveFileDialog(FileDialogRequest&) {
     if (saveFiles.empty()) {
         ADD_FAILURE() << "unexpected save-file dialog";
         return std::nullopt;
@@ -129,6 +141,52 @@ bool ScriptedHost::OpenDocument(const std::string& path) {
     documentsOpened.push_back(path);
     return documentOpens;
 }
+
+ScriptedHost::Program* ScriptedHost::program(ProgramId id) {
+    auto it = programs_.find(id);
+    return it == programs_.end() ? nullptr : it->second.get();
+}
+
+ProgramId ScriptedHost::StartProgram(const std::string& name, const std::vector<std::string>& arguments) {
+    programsStarted.push_back({name});
+    programsStarted.back().insert(programsStarted.back().end(), arguments.begin(), arguments.end());
+    auto p = std::make_unique<Program>();
+    p->process.setStandardOutputFile(QProcess::nullDevice());
+    QStringList args;
+    for (const std::string& a : arguments) args << QString::fromStdString(a);
+    p->process.start(QString::fromStdString(name), args);
+    if (!p->process.waitForStarted(10000)) return 0;
+    programs_[++lastProgram] = std::move(p);
+    return lastProgram;
+}
+
+// No event loop runs here: a look at the process brings its state up to date.
+bool ScriptedHost::ProgramRunning(ProgramId id) {
+    Program* p = program(id);
+    return p && p->process.state() != QProcess::NotRunning && !p->process.waitForFinished(0);
+}
+
+bool ScriptedHost::WaitForProgram(ProgramId id, int milliseconds) {
+    Program* p = program(id);
+    if (!p || p->process.state() == QProcess::NotRunning) return true;
+    const auto t0 = std::chrono::steady_clock::now();
+    const bool ended = p->process.waitForFinished(milliseconds);
+    clock += std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
+    return ended;
+}
+
+ProgramExit ScriptedHost::ProgramResult(ProgramId id) {
+    Program* p = program(id);
+    if (!p) return {};
+    p->errorText += p->process.readAllStandardError().toStdString();
+    return {p->process.exitStatus() == QProcess::NormalExit, p->process.exitCode(), p->errorText};
+}
+
+void ScriptedHost::KillProgram(ProgramId id) {
+    if (Program* p = program(id)) p->process.kill();
+}
+
+void ScriptedHost::ReleaseProgram(ProgramId id) { programs_.erase(id); }
 
 void MakeTestDocument(int w, int h) {
     SetBufferSize(w, h);

@@ -4,6 +4,8 @@
 
 #include <deque>
 #include <functional>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -39,7 +41,11 @@ public:
     struct ChangedRect { int left, top, right, bottom; };
     std::vector<ChangedRect> changedRects;  // every repaint of the screen image, in order
     bool canvasActive = true;
+    // The clock moves only when the logic sleeps or waits for a program: a sleep
+    // takes no real time, a wait takes what it really took.
     double clock = 0;
+    // Every program started (or tried), its name first, then its arguments.
+    std::vector<std::vector<std::string>> programsStarted;
 
     void ShowForm(Form& f, bool modal, Form* owner) override;
     void HideForm(Form&) override {}
@@ -55,12 +61,20 @@ public:
         changedRects.push_back({l, t, r, b});
     }
     bool CanvasIsActive() override { return canvasActive; }
-    std::optional<std::string> OpenFileDialog(FileDialogSpec& dialog) override;
-    std::optional<std::string> SaveFileDialog(FileDialogSpec& dialog) override;
+    std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) override;
+    std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
     bool OpenDocument(const std::string& path) override;
     double Clock() override { return clock; }
     void PopupMenu(MenuEntry&) override {}
+    void Sleep(int milliseconds) override { clock += milliseconds / 1000.0; }
+    // Programs really run, so that conversions meet the real converter.
+    ProgramId StartProgram(const std::string& program, const std::vector<std::string>& arguments) override;
+    bool ProgramRunning(ProgramId id) override;
+    bool WaitForProgram(ProgramId id, int milliseconds) override;
+    ProgramExit ProgramResult(ProgramId id) override;
+    void KillProgram(ProgramId id) override;
+    void ReleaseProgram(ProgramId id) override;
 
 private:
     struct Step {
@@ -68,6 +82,9 @@ private:
         std::function<void()> action;
     };
     std::deque<Step> script_;
+    struct Program;
+    std::map<ProgramId, std::unique_ptr<Program>> programs_;
+    Program* program(ProgramId id);
     Host* previous_ = nullptr;
 };
 

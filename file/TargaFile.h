@@ -1,19 +1,18 @@
-// The Targa side of the file commands: the shared header record and save
-// settings, the buffer's writer and 8-bit quantiser, the file loader that both
-// the buffer and the brush use, and the commands of the File menu.
+// Targa files on disk: the loader that both the buffer and the brush use, the
+// buffer's writer, the header of the last file read or written, and whole-file
+// reads and writes.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
-#include "core/framework/Plane.h"
 #include "file/TargaFormat.h"
 
 extern TargaFileHeader TargaHeader;  // the header of the last file read or written
 extern uint8_t TargaSaveType;        // 1 = 24-bit, 2 = 32-bit, 3 = 8-bit grey, 4 = 8-bit colour
-extern uint8_t TargaCancelled;       // 1 when the options panel was left through Cancel
-extern std::string FileName;         // the picture path in use
 
 // What a load did, for the caller's closing steps.
 struct TargaLoadResult {
@@ -40,25 +39,7 @@ TargaLoadResult LoadTargaFile(const std::string& path, const TargaPlanes& planes
 // False (with a message) when the file could not be written.
 bool SaveTarga(const std::string& TargaFilename, uint8_t TargaFlags);
 
-// The popularity quantiser: indices into IndexPlane (W x H) and 256 packed colours.
-void Quantize8(Plane& IndexPlane, uint32_t* Palette, int Width, int Height);
-
 // Bytes of a whole file, or false when it cannot be read.
 bool ReadWholeFile(const std::string& path, std::vector<uint8_t>& bytes);
 // Writes over the start of a file without truncating it: a longer old file keeps its tail.
 bool WriteOverFile(const std::string& path, const uint8_t* bytes, size_t size);
-
-// The commands.
-void Open_Click();
-void Save_Click();
-// The whole buffer upside down (with its alpha when `withAlpha`), without an undo step.
-void FlipBufferVertical(bool withAlpha);
-void vertical_Click();
-void horizontal_Click();
-
-// Binds the file folder's entries of the menu table; run once at start-up.
-void BindFileMenus();
-
-// Frees the animation before a load, asking first; false when the user declined.
-// Set by the animation folder; without it there is never an animation to free.
-extern std::function<bool()> FreeAnimationForLoad;
