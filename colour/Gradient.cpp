@@ -25,7 +25,8 @@ PictureBox Picture3(form, "Picture3", 256, 14);
 ListBox TabBox(form, "TabBox", [] { Picture2_Paint(); });
 ComboBox Combo1(form, "Combo1");
 CommandButton Command4(form, "Command4", "Apply", [] { Command4_Click(); });
-CommandButton Command2(form, "Command2", "Reverse", [] { Command2_Click(); });
+// Closing the window presses Reverse before the window hides.
+CommandButton Command2(form, "Command2", "Reverse", [] { Command2_Click(); }, ButtonRole::Cancel);
 CommandButton Command3(form, "Command3", "Smooth", [] { Command3_Click(); });
 CheckBox Check3(form, "Check3", "Auto smooth");
 ComboBox Combo2(form, "Combo2", [] { Combo2_Click(); });

@@ -120,6 +120,7 @@ struct Wiring {
             tool->Visible.setQuietly(tool == &Option1 || tool == &Option6);
         }
         Option2.Tag = Option3.Tag = "unfilled";
+        Command1.Role = ButtonRole::Default;  // Return in the panel clears the buffer
         Picture1.ToolTipText = "Current brush.  Left click for more brushes.  Right click for options";
         Picture1.Cls(0xFFFFFF);
         for (int i = 0; i < StockBrushCount; ++i) {
