@@ -16,8 +16,8 @@ OptionButton Option1(form, "Option1", "8 bit (grayscale)", 1);
 OptionButton Option2(form, "Option2", "24 bit color", 1, true);
 OptionButton Option3(form, "Option3", "32 bit (24 + alpha)", 1);
 CheckBox Check1(form, "Check1", "RLE compression");
-CommandButton Command1(form, "Command1", "OK", [] { Command1_Click(); });
-CommandButton Command2(form, "Command2", "Cancel", [] { Command2_Click(); });
+CommandButton Command1(form, "Command1", "OK", [] { Command1_Click(); }, ButtonRole::Default);
+CommandButton Command2(form, "Command2", "Cancel", [] { Command2_Click(); }, ButtonRole::Cancel);
 
 namespace {
 struct Wiring {

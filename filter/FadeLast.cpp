@@ -12,8 +12,8 @@
 namespace FadeLast {
 Form form("FadeLast", "Fade last action");
 Slider HScroll1(form, "HScroll1", 0, 255, 0, [] { HScroll1_Change(); });
-CommandButton Command1(form, "Command1", "OK", [] { Command1_Click(); });
-CommandButton Command2(form, "Command2", "Cancel", [] { Command2_Click(); });
+CommandButton Command1(form, "Command1", "OK", [] { Command1_Click(); }, ButtonRole::Default);
+CommandButton Command2(form, "Command2", "Cancel", [] { Command2_Click(); }, ButtonRole::Cancel);
 namespace {
 struct Wiring {
     Wiring() {

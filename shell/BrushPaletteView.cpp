@@ -4,7 +4,6 @@
 #include <QGridLayout>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
 
 #include "core/frame/Form2.h"
 #include "core/framework/Guard.h"
@@ -20,12 +19,7 @@ public:
         setFixedSize(m.Width * scale + 2, m.Height * scale + 2);
         setToolTip(Q(m.ToolTipText));
         setCursor(Qt::PointingHandCursor);
-        QPointer<BrushPicture> self(this);
-        m.viewHook = [self] {
-            if (!self) return;
-            self->setVisible(self->m_.Visible);
-            self->update();
-        };
+        HookControl(m, this, [this] { update(); });
         setVisible(m.Visible);
     }
 
@@ -61,10 +55,9 @@ QWidget* MakePalette(PanelView& panel) {
 }  // namespace
 
 void RegisterBrushPaletteView() {
-    RegisterControlWidget("Form2", "Picture1", [](Control&, PanelView& panel) -> QWidget* {
+    RegisterControlWidget(Form2::Picture1, [](Control&, PanelView& panel) -> QWidget* {
         return new BrushPicture(Form2::Picture1, 2, &panel);
     });
-    RegisterControlWidget("Form2", Form2::StockBrushNames[0], [](Control&, PanelView& panel) { return MakePalette(panel); });
-    for (int i = 1; i < Form2::StockBrushCount; ++i)
-        RegisterControlWidget("Form2", Form2::StockBrushNames[i], [](Control&, PanelView&) -> QWidget* { return nullptr; });
+    RegisterControlWidget(Form2::StockBrush(0), [](Control&, PanelView& panel) { return MakePalette(panel); });
+    for (int i = 1; i < Form2::StockBrushCount; ++i) RegisterDrawnElsewhere(Form2::StockBrush(i));
 }

@@ -5,7 +5,6 @@
 #include <QPainter>
 #include <QPaintEvent>
 #include <QScrollBar>
-#include <QPointer>
 #include <cmath>
 #include <QMouseEvent>
 
@@ -16,6 +15,7 @@
 #include "core/display/Form1.h"
 #include "core/frame/Form2.h"
 #include "core/framework/Guard.h"
+#include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
 
 CanvasView::CanvasView(QWidget* parent) : QAbstractScrollArea(parent) {
@@ -24,13 +24,10 @@ CanvasView::CanvasView(QWidget* parent) : QAbstractScrollArea(parent) {
     viewport()->setMouseTracking(true);
     setObjectName("Form1");
     // The overlay models repaint the view when they change.
-    QPointer<QWidget> vp(viewport());
-    auto repaint = [vp] {
-        if (vp) vp->update();
-    };
+    QWidget* vp = viewport();
     for (Control* c : std::initializer_list<Control*>{&Form1::Brush_bounds, &Form1::Line1, &Form1::Line2,
                                                       &Form1::Line3, &Form1::Shape1, &Form1::CloneCross})
-        c->viewHook = repaint;
+        FollowModel(*c, vp, [vp] { vp->update(); });
 }
 
 int16_t CanvasView::ButtonCode(Qt::MouseButtons b) {

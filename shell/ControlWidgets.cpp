@@ -13,20 +13,39 @@
 #include "shell/Convert.h"
 
 namespace {
-std::map<std::pair<std::string, std::string>, ControlWidgetFactory>& Registry() {
-    static std::map<std::pair<std::string, std::string>, ControlWidgetFactory> r;
+std::map<const Control*, ControlWidgetFactory>& Registry() {
+    static std::map<const Control*, ControlWidgetFactory> r;
     return r;
 }
 constexpr const char* ColourMime = "application/x-kelpwick-colour";
 }  // namespace
 
-void RegisterControlWidget(const std::string& form, const std::string& control, ControlWidgetFactory make) {
-    Registry()[{form, control}] = std::move(make);
+void RegisterControlWidget(const Control& control, ControlWidgetFactory make) {
+    Registry()[&control] = std::move(make);
 }
 
-const ControlWidgetFactory* FindControlWidget(const std::string& form, const std::string& control) {
-    auto it = Registry().find({form, control});
+const ControlWidgetFactory* FindControlWidget(const Control& control) {
+    auto it = Registry().find(&control);
     return it == Registry().end() ? nullptr : &it->second;
+}
+
+void RegisterDrawnElsewhere(const Control& control) {
+    RegisterControlWidget(control, [](Control&, PanelView&) -> QWidget* { return nullptr; });
+}
+
+void FollowModel(Control& c, QWidget* w, std::function<void()> sync) {
+    QPointer<QWidget> guard(w);
+    c.viewHook = [guard, sync = std::move(sync)] {
+        if (guard) sync();
+    };
+}
+
+void HookControl(Control& c, QWidget* w, std::function<void()> sync) {
+    FollowModel(c, w, [w, &c, sync = std::move(sync)] {
+        w->setVisible(c.Visible);
+        w->setEnabled(c.Enabled);
+        sync();
+    });
 }
 
 void RegisterControlWidgets() {
@@ -43,13 +62,10 @@ QWidget* MakeTabBar(ListBox& m, QWidget* parent) {
     bar->setDrawBase(false);
     for (const auto& item : m.items) bar->addTab(Q(item));
     QObject::connect(bar, &QTabBar::currentChanged, bar, [&m](int i) { Guarded([&] { m.ListIndex = i; }); });
-    QPointer<QTabBar> guard(bar);
-    m.viewHook = [guard, &m] {
-        if (!guard) return;
-        QSignalBlocker block(guard);
-        guard->setCurrentIndex(m.ListIndex);
-        guard->setVisible(m.Visible);
-    };
+    HookControl(m, bar, [bar, &m] {
+        QSignalBlocker block(bar);
+        bar->setCurrentIndex(m.ListIndex);
+    });
     m.viewHook();
     return bar;
 }

@@ -1,13 +1,13 @@
 // Hand-written widgets that stand in for controls inside the generic panel view,
-// registered by form and control name. A factory may return nullptr: the control
-// is then drawn by another widget (the wells grid draws all 64 wells).
+// registered by the control model itself, so that a renamed control still finds
+// its widget. A factory may return nullptr: the control is then drawn by another
+// widget (the wells grid draws all 64 wells).
 #pragma once
 
 #include <QWidget>
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <string>
 
 class Control;
 class ListBox;
@@ -15,8 +15,16 @@ class PanelView;
 class QMimeData;
 
 using ControlWidgetFactory = std::function<QWidget*(Control&, PanelView&)>;
-void RegisterControlWidget(const std::string& form, const std::string& control, ControlWidgetFactory make);
-const ControlWidgetFactory* FindControlWidget(const std::string& form, const std::string& control);
+void RegisterControlWidget(const Control& control, ControlWidgetFactory make);
+const ControlWidgetFactory* FindControlWidget(const Control& control);
+// Registers a factory that draws nothing, for a control another widget shows.
+void RegisterDrawnElsewhere(const Control& control);
+
+// Points the model's view hook at a widget: while the widget lives, each change
+// of the model runs `sync`; once it is gone the hook does nothing.
+void FollowModel(Control& c, QWidget* w, std::function<void()> sync);
+// The same, and the widget first takes the model's Visible and Enabled.
+void HookControl(Control& c, QWidget* w, std::function<void()> sync);
 
 // Registers every hand-written widget of the program; main() calls it once.
 void RegisterControlWidgets();

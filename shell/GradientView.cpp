@@ -39,10 +39,10 @@ public:
 }  // namespace
 
 void RegisterGradientView() {
-    RegisterControlWidget("Gradient", "TabBox", [](Control& c, PanelView& panel) -> QWidget* {
+    RegisterControlWidget(Gradient::TabBox, [](Control& c, PanelView& panel) -> QWidget* {
         return MakeTabBar(static_cast<ListBox&>(c), &panel);
     });
-    RegisterControlWidget("Gradient", "Picture3", [](Control& c, PanelView& panel) -> QWidget* {
+    RegisterControlWidget(Gradient::Picture3, [](Control& c, PanelView& panel) -> QWidget* {
         QWidget* strip = panel.buildControl(c, false);
         strip->setAcceptDrops(true);
         strip->installEventFilter(new EntryDrops(strip));

@@ -34,9 +34,8 @@ void MainWindow::FillMenu(QMenu* menu, MenuEntry& entry) {
         }
         QAction* a = menu->addAction(MenuText(child->Caption));
         a->setObjectName(Q(child->Name));
-        a->setCheckable(true);
+        a->setCheckable(child->Checkable);
         a->setChecked(child->Checked);
-        a->setCheckable(child->Checked || child->Name == "AlphaEnable" || child->Name == "Window_Info");
         QObject::connect(a, &QAction::triggered, menu, [child] { Guarded([child] { child->press(); }); });
     }
     // Check marks follow the models each time the menu opens.
@@ -44,7 +43,7 @@ void MainWindow::FillMenu(QMenu* menu, MenuEntry& entry) {
         for (QAction* a : menu->actions())
             for (MenuEntry* child : entry.children)
                 if (a->objectName() == Q(child->Name)) {
-                    a->setCheckable(a->isCheckable() || child->Checked);
+                    a->setCheckable(child->Checkable);
                     a->setChecked(child->Checked);
                 }
     });

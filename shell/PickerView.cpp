@@ -43,7 +43,8 @@ QWidget* MakeColourSection(PanelView& panel) {
 }  // namespace
 
 void RegisterPickerView() {
-    RegisterControlWidget("Form2", "HScroll1", [](Control&, PanelView& panel) { return MakeColourSection(panel); });
-    for (const char* drawnAbove : {"hscroll2", "hscroll3", "TabBox", "Picture54", "Picture56", "Picture43"})
-        RegisterControlWidget("Form2", drawnAbove, [](Control&, PanelView&) -> QWidget* { return nullptr; });
+    RegisterControlWidget(Form2::HScroll1, [](Control&, PanelView& panel) { return MakeColourSection(panel); });
+    const Control* drawnAbove[] = {&Form2::hscroll2,  &Form2::hscroll3,  &Form2::TabBox,
+                                   &Form2::Picture54, &Form2::Picture56, &Form2::Picture43};
+    for (const Control* c : drawnAbove) RegisterDrawnElsewhere(*c);
 }

@@ -66,8 +66,8 @@ QWidget* MakeToolRow(PanelView& panel) {
 }  // namespace
 
 void RegisterToolButtonsView() {
-    RegisterControlWidget("Form2", "Option1", [](Control&, PanelView& panel) { return MakeToolRow(panel); });
+    RegisterControlWidget(Form2::Option1, [](Control&, PanelView& panel) { return MakeToolRow(panel); });
     for (OptionButton* tool : Tools)
         if (tool != &Form2::Option1)
-            RegisterControlWidget("Form2", tool->Name, [](Control&, PanelView&) -> QWidget* { return nullptr; });
+            RegisterDrawnElsewhere(*tool);
 }

@@ -6,7 +6,6 @@
 #include <QDropEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
 
 #include "colour/Wells.h"
 #include "core/frame/Form2.h"
@@ -25,11 +24,7 @@ public:
         setAcceptDrops(true);
         setToolTip("Colour wells: left click picks the primary colour, right click the secondary; "
                    "drag a well onto another well or onto the gradient entries.");
-        QPointer<WellsView> self(this);
-        for (int i = 0; i < Form2::WellCount; ++i)
-            Form2::Well(i).viewHook = [self] {
-                if (self) self->update();
-            };
+        for (int i = 0; i < Form2::WellCount; ++i) FollowModel(Form2::Well(i), this, [this] { update(); });
     }
 
 protected:
@@ -90,9 +85,6 @@ private:
 }  // namespace
 
 void RegisterWellsView() {
-    RegisterControlWidget("Form2", Form2::WellNames[0], [](Control&, PanelView& panel) -> QWidget* {
-        return new WellsView(&panel);
-    });
-    for (int i = 1; i < Form2::WellCount; ++i)
-        RegisterControlWidget("Form2", Form2::WellNames[i], [](Control&, PanelView&) -> QWidget* { return nullptr; });
+    RegisterControlWidget(Form2::Well(0), [](Control&, PanelView& panel) -> QWidget* { return new WellsView(&panel); });
+    for (int i = 1; i < Form2::WellCount; ++i) RegisterDrawnElsewhere(Form2::Well(i));
 }

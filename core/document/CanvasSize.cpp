@@ -20,8 +20,8 @@ Label Label3(form, "Label3", "Buffer size presets");
 ListBox List1(form, "List1", [] { List1_Click(); });
 Label Label4(form, "Label4", "Resample method");
 ListBox List2(form, "List2");
-CommandButton Command1(form, "Command1", "OK", [] { Command1_Click(); });
-CommandButton Command2(form, "Command2", "Cancel", [] { Command2_Click(); });
+CommandButton Command1(form, "Command1", "OK", [] { Command1_Click(); }, ButtonRole::Default);
+CommandButton Command2(form, "Command2", "Cancel", [] { Command2_Click(); }, ButtonRole::Cancel);
 
 float SavedWidth = 0, SavedHeight = 0;
 int16_t SizeCancelled = 0;

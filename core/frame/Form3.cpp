@@ -13,7 +13,7 @@ TextBox Text1(form, "Text1",
               "A natural-media paint and animation program for one artist and one picture.\n"
               "Planar 8-bit buffers, a swap page, an alpha selection and a whole-picture undo ring.");
 Label Label2(form, "Label2", "Provided with no warranty of any kind.  Use of this software is  at your own risk.");
-CommandButton Command1(form, "Command1", "Ok", [] { Command1_Click(); });
+CommandButton Command1(form, "Command1", "Ok", [] { Command1_Click(); }, ButtonRole::Default);
 namespace {
 struct Wiring {
     Wiring() {

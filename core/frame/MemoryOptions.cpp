@@ -17,8 +17,8 @@ Slider HScroll1(form, "HScroll1", 1, 2047, 14, [] {
 });
 Label Label4(form, "Label4", "megs");
 Label Label2(form, "Label2", "Settings will take effect next time a buffer is allocated.");
-CommandButton Command1(form, "Command1", "OK", [] { Command1_Click(); });
-CommandButton Command2(form, "Command2", "Cancel", [] { Command2_Click(); });
+CommandButton Command1(form, "Command1", "OK", [] { Command1_Click(); }, ButtonRole::Default);
+CommandButton Command2(form, "Command2", "Cancel", [] { Command2_Click(); }, ButtonRole::Cancel);
 namespace {
 struct Wiring {
     Wiring() {

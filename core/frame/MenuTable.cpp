@@ -99,6 +99,8 @@ struct Wiring {
         rDefault.Checked.setQuietly(true);
         Refresh_Optimised.Checked.setQuietly(true);
         Window_Info.Checked.setQuietly(true);
+        for (MenuEntry* e : {&rDefault, &rBitmap, &prefs_Disp_15bit, &Refresh_Optimised, &Window_Info, &AlphaEnable})
+            e->Checkable = true;
         BackColor.setQuietly(0x808080);
         form.KeyPress = [](int16_t& k) { Form1::Form_KeyPress(k); };
         form.KeyDown = [](int16_t& k, int16_t s) { Form1::Form_KeyDown(k, s); };
@@ -192,6 +194,9 @@ struct Wiring {
     Wiring() {
         MixSwap_Add.Checked.setQuietly(true);
         Baster1.Checked.setQuietly(true);
+        for (MenuEntry* e : {&MixSwapNone, &MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen,
+                              &MixaroundGrey, &Baster1, &baster5, &baster9})
+            e->Checkable = true;
     }
 } wiring;
 }  // namespace

@@ -16,7 +16,7 @@ int16_t BarPosition = 0;
 namespace MessageBox {
 Form form("MessageBox", "kelpwick");
 Label Label1(form, "Label1");
-CommandButton Command1(form, "Command1", "OK", [] { Hide(form); });
+CommandButton Command1(form, "Command1", "OK", [] { Hide(form); }, ButtonRole::Default);
 }  // namespace MessageBox
 
 namespace QuestionBox {
@@ -25,11 +25,11 @@ Label Label1(form, "Label1");
 CommandButton Command1(form, "Command1", "Yes", [] {
     DialogResult = 1;
     Hide(form);
-});
+}, ButtonRole::Default);
 CommandButton Command2(form, "Command2", "No", [] {
     DialogResult = 2;
     Hide(form);
-});
+}, ButtonRole::Cancel);
 }  // namespace QuestionBox
 
 namespace GenericOptions {
@@ -40,11 +40,11 @@ CommandButton Command1(form, "Command1", "OK", [] {
     GenericValue = HScroll1.Value;
     DialogResult = 0;
     Hide(form);
-});
+}, ButtonRole::Default);
 CommandButton Command2(form, "Command2", "Cancel", [] {
     DialogResult = -1;
     Hide(form);
-});
+}, ButtonRole::Cancel);
 }  // namespace GenericOptions
 
 namespace Status {

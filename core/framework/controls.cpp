@@ -28,6 +28,13 @@ Control* Form::find(const std::string& name) const {
     return nullptr;
 }
 
+CommandButton* Form::button(ButtonRole role) const {
+    for (Control* c : controls)
+        if (c->Kind == ControlKind::CommandButton && static_cast<CommandButton*>(c)->Role == role)
+            return static_cast<CommandButton*>(c);
+    return nullptr;
+}
+
 Control::Control(Form& f, std::string name, ControlKind kind) : form(f), Name(std::move(name)), Kind(kind) {
     f.controls.push_back(this);
 }
@@ -41,8 +48,9 @@ Label::Label(Form& f, std::string name, std::string caption) : Control(f, std::m
     Caption.setQuietly(std::move(caption));
 }
 
-CommandButton::CommandButton(Form& f, std::string name, std::string caption, std::function<void()> click)
-    : Control(f, std::move(name), ControlKind::CommandButton), Click(std::move(click)) {
+CommandButton::CommandButton(Form& f, std::string name, std::string caption, std::function<void()> click,
+                             ButtonRole role)
+    : Control(f, std::move(name), ControlKind::CommandButton), Click(std::move(click)), Role(role) {
     Caption.setQuietly(std::move(caption));
 }
 

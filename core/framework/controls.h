@@ -76,10 +76,16 @@ public:
     Label(Form& f, std::string name, std::string caption = {});
 };
 
+// What a button does for its window beyond its own click: the default button is
+// pressed by Return, the cancel button by closing the window.
+enum class ButtonRole { Plain, Default, Cancel };
+
 class CommandButton : public Control {
 public:
-    CommandButton(Form& f, std::string name, std::string caption, std::function<void()> click = {});
+    CommandButton(Form& f, std::string name, std::string caption, std::function<void()> click = {},
+                  ButtonRole role = ButtonRole::Plain);
     std::function<void()> Click;
+    ButtonRole Role;
     void press() {
         if (Click && Enabled) Click();
     }
@@ -212,6 +218,7 @@ public:
               std::function<void()> click = {});
     MenuEntry* Parent;
     Prop<bool> Checked{this};
+    bool Checkable = false;  // the entry keeps room for a check mark: it is a switch or one of a choice
     std::function<void()> Click;
     std::vector<MenuEntry*> children;
     void press() {
@@ -242,6 +249,8 @@ struct Form : PropOwner {
         if (viewHook) viewHook();
     }
     Control* find(const std::string& name) const;
+    // The first button of the form with this role, or nullptr.
+    CommandButton* button(ButtonRole role) const;
 };
 
 std::vector<Form*>& AllForms();

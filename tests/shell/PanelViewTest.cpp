@@ -2,12 +2,18 @@
 // in step both ways, keys forwarded to the canvas, menu captions.
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QtTest/QTest>
 
@@ -19,10 +25,15 @@
 #include "core/frame/MemoryOptions.h"
 #include "core/frame/Form3.h"
 #include "core/frame/KeyboardHelp.h"
+#include "colour/Gradient.h"
+#include "core/frame/Form2.h"
+#include "core/frame/MDIForm1.h"
 #include "core/frame/WindowMenu.h"
+#include "file/TargaOptions.h"
 #include "filter/FadeLast.h"
 #include "shell/Convert.h"
 #include "shell/Keys.h"
+#include "shell/MainWindow.h"
 #include "shell/PanelView.h"
 #include "tests/support/ScriptedHost.h"
 
@@ -94,6 +105,177 @@ TEST(PanelView, EscapingErrorsBecomeMessages) {
     PanelView view(f, nullptr);
     host.ExpectMessage("The disk is full.");
     QTest::mouseClick(Only<QPushButton>(view), Qt::LeftButton);
+}
+
+TEST(PanelView, EveryKindOfControlGetsItsWidgetInStepWithTheModel) {
+    App_();
+    ScriptedHost host;
+    Form f("AllKinds", "All kinds");
+    Label label(f, "Label1", "a label");
+    Label frame(f, "Frame1");  // a frame is drawn as its caption
+    CommandButton button(f, "Command7", "Go");
+    Slider slider(f, "HScroll1", 0, 50, 20);
+    CheckBox check(f, "Check1", "Tick", 1);
+    OptionButton option(f, "Option1", "Pick", 1, true);
+    TextBox line(f, "Text1", "12");
+    TextBox page(f, "Text2", "many\nlines");
+    page.MultiLine = true;
+    ListBox list(f, "List1");
+    FileListBox files(f, "File1", "*.none");
+    ComboBox combo(f, "Combo1");
+    PictureBox picture(f, "Picture1", 64, 30);
+    Shape swatch(f, "Shape1");
+    LineControl rule(f, "Line1");
+    Timer timer(f, "Timer1", 100);
+    MenuEntry entry(f, "Menu1", "Menu", nullptr);
+    for (ListBox* l : {&list, static_cast<ListBox*>(&combo)}) {
+        l->AddItem("one");
+        l->AddItem("two");
+        l->ListIndex = 1;
+    }
+    check.ToolTipText = "tip";
+    button.Enabled = false;
+    label.Visible = false;
+
+    // Each control with the widget type it should get (none for the ones without
+    // a widget) and what that widget shows after the first sync.
+    struct Row {
+        Control* control;
+        const char* type;
+        std::function<bool(QWidget*)> shows;
+    };
+    auto any = [](QWidget*) { return true; };
+    const Row table[] = {
+        {&label, "QLabel", [](QWidget* w) { return static_cast<QLabel*>(w)->text() == "a label" && w->isHidden(); }},
+        {&frame, "QLabel", any},
+        {&button, "QPushButton",
+         [](QWidget* w) { return static_cast<QPushButton*>(w)->text() == "Go" && !w->isEnabled(); }},
+        {&slider, "QWidget",
+         [](QWidget* w) {
+             auto* s = w->findChild<QSlider*>();
+             return s && s->maximum() == 50 && s->value() == 20;
+         }},
+        {&check, "QCheckBox",
+         [](QWidget* w) { return static_cast<QCheckBox*>(w)->isChecked() && w->toolTip() == "tip"; }},
+        {&option, "QRadioButton", [](QWidget* w) { return static_cast<QRadioButton*>(w)->isChecked(); }},
+        {&line, "QLineEdit", [](QWidget* w) { return static_cast<QLineEdit*>(w)->text() == "12"; }},
+        {&page, "QPlainTextEdit",
+         [](QWidget* w) { return static_cast<QPlainTextEdit*>(w)->toPlainText() == "many\nlines"; }},
+        {&list, "QListWidget", [](QWidget* w) { return static_cast<QListWidget*>(w)->currentRow() == 1; }},
+        {&files, "QListWidget", any},
+        {&combo, "QComboBox",
+         [](QWidget* w) {
+             auto* c = static_cast<QComboBox*>(w);
+             return c->count() == 2 && c->currentIndex() == 1;
+         }},
+        {&picture, "QWidget", [](QWidget* w) { return w->sizeHint() == QSize(64, 30); }},
+        {&swatch, "QWidget", [](QWidget* w) { return w->findChild<QLabel*>() != nullptr; }},
+        {&rule, nullptr, nullptr},
+        {&timer, nullptr, nullptr},
+        {&entry, nullptr, nullptr},
+    };
+    PanelView view(f, nullptr);
+    int widgets = 0;
+    for (const Row& row : table) {
+        SCOPED_TRACE(row.control->Name);
+        QWidget* w = view.buildControl(*row.control);
+        ASSERT_EQ(w != nullptr, row.type != nullptr);
+        if (!w) continue;
+        ++widgets;
+        ASSERT_TRUE(w->inherits(row.type));
+        EXPECT_TRUE(row.shows(w));
+    }
+    // The view built the same: one widget per control that has one, then the stretch.
+    EXPECT_EQ(view.layout()->count(), widgets + 1);
+    swatch.Visible = false;  // a hidden shape takes no room at all
+    EXPECT_EQ(view.buildControl(swatch), nullptr);
+}
+
+TEST(PanelView, ReturnAndCloseFollowTheButtonRolesNotTheirNames) {
+    App_();
+    ScriptedHost host;
+    Form f("RolePanel", "Roles");
+    std::string pressed;
+    CommandButton plain(f, "Command1", "Plain", [&] { pressed += "plain "; });
+    CommandButton cancel(f, "Dismiss", "Cancel", [&] { pressed += "cancel "; }, ButtonRole::Cancel);
+    CommandButton ok(f, "Accept", "OK", [&] { pressed += "ok "; }, ButtonRole::Default);
+    EXPECT_EQ(f.button(ButtonRole::Default), &ok);
+    EXPECT_EQ(f.button(ButtonRole::Cancel), &cancel);
+    PanelView view(f, nullptr);
+    for (QPushButton* b : view.findChildren<QPushButton*>()) EXPECT_EQ(b->isDefault(), b->text() == "OK");
+
+    f.Visible = true;
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(pressed, "ok ");
+    view.close();  // the cancel button leaves the form up: the close hides it after
+    EXPECT_EQ(pressed, "ok cancel ");
+    EXPECT_FALSE(f.Visible);
+
+    // Without roles Return does nothing and closing only hides.
+    Form bare("BarePanel", "Bare");
+    CommandButton named(bare, "Command2", "Named", [&] { pressed += "named "; });
+    PanelView plainView(bare, nullptr);
+    bare.Visible = true;
+    QTest::keyClick(&plainView, Qt::Key_Return);
+    plainView.close();
+    EXPECT_EQ(pressed, "ok cancel ");
+    EXPECT_FALSE(bare.Visible);
+    EXPECT_EQ(bare.button(ButtonRole::Default), nullptr);
+}
+
+TEST(PanelView, DialogsKeepTheirDefaultAndCancelButtons) {
+    const std::tuple<Form*, CommandButton*, CommandButton*> dialogs[] = {
+        {&MessageBox::form, &MessageBox::Command1, nullptr},
+        {&QuestionBox::form, &QuestionBox::Command1, &QuestionBox::Command2},
+        {&GenericOptions::form, &GenericOptions::Command1, &GenericOptions::Command2},
+        {&CanvasSize::form, &CanvasSize::Command1, &CanvasSize::Command2},
+        {&MemoryOptions::form, &MemoryOptions::Command1, &MemoryOptions::Command2},
+        {&TargaOptions::form, &TargaOptions::Command1, &TargaOptions::Command2},
+        {&FadeLast::form, &FadeLast::Command1, &FadeLast::Command2},
+        {&Form3::form, &Form3::Command1, nullptr},
+        // Neither a Return in the tool panel nor closing the Fill window may
+        // press a button that changes the picture or the gradient.
+        {&Form2::form, nullptr, nullptr},
+        {&Gradient::form, nullptr, nullptr},
+    };
+    for (const auto& [form, ok, cancel] : dialogs) {
+        SCOPED_TRACE(form->Name);
+        EXPECT_EQ(form->button(ButtonRole::Default), ok);
+        EXPECT_EQ(form->button(ButtonRole::Cancel), cancel);
+    }
+}
+
+TEST(MainWindow, CheckableMenuEntriesShowTheirCheckMarks) {
+    App_();
+    ScriptedHost host;
+    Form f("MenuForm", "Menus");
+    MenuEntry root(f, "Root", "Root", nullptr);
+    MenuEntry toggle(f, "Toggle", "Toggle", &root, [&] { toggle.Checked = !toggle.Checked; });
+    MenuEntry command(f, "Command", "Command", &root, [] {});
+    toggle.Checkable = true;
+    QMenu menu;
+    MainWindow::FillMenu(&menu, root);
+    auto action = [&](const char* name) { return menu.findChild<QAction*>(name); };
+    ASSERT_NE(action("Toggle"), nullptr);
+    ASSERT_NE(action("Command"), nullptr);
+    EXPECT_TRUE(action("Toggle")->isCheckable());
+    EXPECT_FALSE(action("Toggle")->isChecked());
+    EXPECT_FALSE(action("Command")->isCheckable());
+    action("Toggle")->trigger();
+    EXPECT_TRUE(toggle.Checked.get());
+    emit menu.aboutToShow();
+    EXPECT_TRUE(action("Toggle")->isChecked());
+
+    // The program's own switches show as switches while they are off.
+    QMenu prefs;
+    MainWindow::FillMenu(&prefs, MDIForm1::Prefs);
+    QAction* force15 = prefs.findChild<QAction*>("prefs_Disp_15bit");
+    ASSERT_NE(force15, nullptr);
+    EXPECT_TRUE(force15->isCheckable());
+    EXPECT_EQ(force15->isChecked(), MDIForm1::prefs_Disp_15bit.Checked.get());
+    QAction* save = prefs.findChild<QAction*>("Prefs_Save");
+    ASSERT_NE(save, nullptr);
+    EXPECT_FALSE(save->isCheckable());
 }
 
 TEST(Keys, ClassicCodesOfQtKeys) {
