@@ -3,8 +3,11 @@
 #include "app/Startup.h"
 
 #include "brush/Brush.h"
-#include "canvas/CanvasInput.h"
+#include "brush/BrushRows.h"
+#include "canvas/CanvasRows.h"
 #include "colour/Colour.h"
+#include "colour/ColourRows.h"
+#include "colour/Wells.h"
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
 #include "core/document/Buffers.h"
@@ -13,12 +16,14 @@
 #include "core/display/Form1.h"
 #include "core/frame/AlphaMenu.h"
 #include "core/frame/Form2.h"
+#include "core/frame/FrameRows.h"
+#include "core/framework/Commands.h"
 #include "core/framework/Host.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/MixTables.h"
 #include "core/framework/Settings.h"
-#include "file/Targa.h"
-#include "filter/FadeLast.h"
+#include "file/FileRows.h"
+#include "filter/FilterRows.h"
 #include "core/framework/PanelLook.h"
 
 namespace Form2 {
@@ -85,6 +90,26 @@ void ConnectHooks() {
     DisplayRedrawn.listen(Form2::AfterRedisplay);
     DisplayRedrawn.listen(MDIForm1::TitleAfterRedisplay);
 }
+
+// Every folder's menu entries, keys, tools and borrowed controls, in one table.
+Rows AllRows() {
+    Rows rows = FrameRows();
+    rows += FileRows();
+    rows += FilterRows();
+    rows += ColourRows();
+    rows += BrushRows();
+    rows += CanvasRows();
+    return rows;
+}
+
+// The panels whose keys go to the canvas's key procedures.
+void ForwardKeys(const std::vector<Form*>& forms) {
+    for (Form* f : forms) {
+        f->KeyPress = [](int16_t& k) { Form1::Form_KeyPress(k); };
+        f->KeyDown = [](int16_t& k, int16_t s) { Form1::Form_KeyDown(k, s); };
+        f->KeyUp = [](int16_t& k, int16_t s) { Form1::Form_KeyUp(k, s); };
+    }
+}
 }  // namespace
 
 void Compose() {
@@ -92,11 +117,10 @@ void Compose() {
     if (composed) return;
     composed = true;
     ConnectHooks();
-    MDIForm1::FadePrevious.Click = FadePrevious_Click;
-    BindFileMenus();
-    BindColourMenus();
-    BindBrushMenus();
-    BindCanvasMenus();
+    const Rows rows = AllRows();
+    Commands().install(rows);
+    ForwardKeys(rows.keyForms);
+    SetDefaultWells();  // the wells have colours before any well file is read
 }
 
 void Main(const std::string& programDir) {

@@ -56,9 +56,6 @@ void FlipBufferVertical(bool withAlpha);
 void vertical_Click();
 void horizontal_Click();
 
-// Binds the file folder's entries of the menu table; run once at start-up.
-void BindFileMenus();
-
 // Frees the animation before a load, asking first; false when the user declined.
 // Set by the animation folder; without it there is never an animation to free.
 extern std::function<bool()> FreeAnimationForLoad;

@@ -19,6 +19,7 @@
 #include <QVBoxLayout>
 
 #include "core/display/Display.h"
+#include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
 #include "core/framework/controls.h"
 #include "shell/Convert.h"
@@ -169,7 +170,7 @@ PanelView::~PanelView() {
 
 void PanelView::applyForm() {
     setWindowTitle(Q(form_.Caption));
-    setCursor(form_.MousePointer == 11 ? Qt::WaitCursor : Qt::ArrowCursor);
+    setCursor(form_.MousePointer == Pointer::Busy ? Qt::WaitCursor : Qt::ArrowCursor);
     update();
 }
 
