@@ -20,7 +20,7 @@ void Down(int16_t, int16_t, float X, float Y) { Follow(X, Y); }
 
 void Move(int16_t Button, int16_t Shift, float X, float Y) {
     if (Button > MouseButton::None && host().CanvasIsActive()) {
-        Form_Draw(Button, Shift, X, Y);
+        Form1::Form_Draw(Button, Shift, X, Y);
     } else if (Button == MouseButton::None) {
         Follow(X, Y);
     }

@@ -120,14 +120,18 @@ TEST(Tables, TheInstallerRefusesRowsThatWouldBindASlotTwice) {
     EXPECT_TRUE(Other.Visible) << "another group is not the tools'";
 
     auto refused = [&](Rows rows, const char* why) { EXPECT_THROW(table.install(rows), RowError) << why; };
-    refused({.menus = {{&Leaf, [] {}}}}, "entry bound twice");
-    refused({.menus = {{&Top, [] {}}}}, "a menu of entries");
-    refused({.keys = {OnPress('x', [] {})}}, "key claimed twice");
-    refused({.keys = {OnRelease(VirtualKey::F5, ShiftState::Shift, [] {})}}, "release claimed twice");
-    refused({.controls = {OnEvent(Strength, ControlEvent::Change, [] {})}}, "event bound twice");
-    refused({.controls = {OnEvent(Swatch, ControlEvent::Change, [] {})}}, "a picture has no Change");
-    refused({.controls = {OnEvent(Swatch, ControlEvent::Paint, {})}}, "a row without a procedure");
-    refused({.tools = {ToolRow{&Other, "c"}}}, "outside the tool group");
-    refused({.tools = {ToolRow{&ToolA, "a"}}}, "a tool with two rows");
+    auto menus = [](std::vector<MenuRow> v) { Rows r; r.menus = std::move(v); return r; };
+    auto keys = [](std::vector<KeyRow> v) { Rows r; r.keys = std::move(v); return r; };
+    auto controls = [](std::vector<ControlRow> v) { Rows r; r.controls = std::move(v); return r; };
+    auto tools = [](std::vector<ToolRow> v) { Rows r; r.tools = std::move(v); return r; };
+    refused(menus({{&Leaf, [] {}}}), "entry bound twice");
+    refused(menus({{&Top, [] {}}}), "a menu of entries");
+    refused(keys({OnPress('x', [] {})}), "key claimed twice");
+    refused(keys({OnRelease(VirtualKey::F5, ShiftState::Shift, [] {})}), "release claimed twice");
+    refused(controls({OnEvent(Strength, ControlEvent::Change, [] {})}), "event bound twice");
+    refused(controls({OnEvent(Swatch, ControlEvent::Change, [] {})}), "a picture has no Change");
+    refused(controls({OnEvent(Swatch, ControlEvent::Paint, {})}), "a row without a procedure");
+    refused(tools({ToolRow{&Other, "c"}}), "outside the tool group");
+    refused(tools({ToolRow{&ToolA, "a"}}), "a tool with two rows");
 }
 }  // namespace
