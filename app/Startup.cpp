@@ -28,13 +28,13 @@
 
 namespace Form2 {
 void Form_Initialize() {
-    // 1. State defaults and the start directory.
+    // State defaults and the start directory.
     App.SwapShown = 0;
     App.PickerDragValue = 255;
     App.AlphaOff = 255;
-    // 3. The brush palette and the first brush.
+    // The brush palette and the first brush.
     StartupBrushes();
-    // 4. Colour picker marks, gradient and fill defaults, warp strength, tab colours.
+    // Colour picker marks, gradient and fill defaults, warp strength, tab colours.
     App.PickerRedMark = 255;
     App.PickerGreenMark = 65280;
     App.PickerBlueMark = 16711680;
@@ -45,36 +45,36 @@ void Form_Initialize() {
     App.TabColors[1] = 0x808080;
     App.TabColors[2] = 0xE0E0E0;
     App.TabColors[3] = 0xFFFFFF;
-    // 5. Progress over the frame.
+    // Progress over the frame.
     ShowStatus("Initializing...");
     Bar(5);
-    // 6. The gradient store with its built-in ramps.
+    // The gradient store with its built-in ramps.
     StartupGradients();
     Bar(10);
-    // 7. The six mixing tables.
+    // The six mixing tables.
     App.BrushInterpolate = 1;
     BuildMixTables([](int percent) { Bar(percent); });
-    // 8. The paper, and the state of its check boxes.
+    // The paper, and the state of its check boxes.
     StartupPaper();
-    // 9. Settings, in the order of the store.
+    // Settings, in the order of the store.
     ReadStartupSettings();
     Bar(90);
-    // 10. The last stages of the bar; the window is kept for later work.
+    // The last stages of the bar; the window is kept for later work.
     Bar(100);
     HideStatus();
     Status::Frame1.Caption = "Processing...";
     Status::form.Caption = "Processing...";
-    // 11. The size of the first buffer, before any plane exists.
+    // The size of the first buffer, before any plane exists.
     Show(CanvasSize::form, true);
-    // 12. The first document.
+    // The first document.
     App.ZoomPercent = 100;
     App.LastStrokeX = App.LastStrokeY = -1.0f;
     CreateNewDocument(false);
     DemensionRefreshBuff();
     RedisplayWindow();
-    // 13. The default wells and gradients; missing files are silent.
+    // The default wells and gradients; missing files are silent.
     StartupDefaultFiles();
-    // 14. Panel colours; the paper check boxes keep a light face.
+    // Panel colours; the paper check boxes keep a light face.
     PrefsCallBack(form);
     for (CheckBox* c : {&Check1, &Check2, &Check3}) c->BackColor = 14737632;
 }
