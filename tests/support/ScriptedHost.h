@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/framework/Host.h"
+#include "core/framework/controls.h"
 
 class ScriptedHost : public Host {
 public:
@@ -29,6 +30,7 @@ public:
     bool AllAnswered() const { return script_.empty(); }
 
     std::vector<std::string> messages, questions, shown;
+    std::vector<std::string> popups;  // names of the popup menus opened, in order
     std::deque<std::optional<std::string>> openFiles, saveFiles;
     std::deque<std::optional<uint32_t>> colours;
     std::vector<std::string> documentsOpened;
@@ -60,7 +62,7 @@ public:
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
     bool OpenDocument(const std::string& path) override;
     double Clock() override { return clock; }
-    void PopupMenu(MenuEntry&) override {}
+    void PopupMenu(MenuEntry& menu) override { popups.push_back(menu.Name); }
 
 private:
     struct Step {
