@@ -16,17 +16,16 @@ namespace {
 class ToolButton : public QToolButton {
 public:
     ToolButton(const ToolRow& tool, QWidget* parent) : QToolButton(parent), m_(*tool.button), settings_(tool.settings) {
-        OptionButton& m = m_;
-        setObjectName(Q(m.Name));
+        setObjectName(Q(m_.Name));
         setCheckable(true);
         setAutoRaise(false);
-        setToolTip(Q(m.ToolTipText));
+        setToolTip(Q(m_.ToolTipText));
         connect(this, &QToolButton::clicked, this, [this] {
             Guarded([this] { m_.Value = true; });
             setChecked(m_.Value);
         });
         QPointer<ToolButton> self(this);
-        m.viewHook = [self] {
+        m_.viewHook = [self] {
             if (self) self->sync();
         };
         sync();

@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    Kelpwick::Compose();  // the menu bar shows only entries that have a command
+    Kelpwick::Compose();  // before the views: the menu bar and the tool row show what has a row
     RegisterControlWidgets();
     MainWindow main;
     QtHost host(&main);
