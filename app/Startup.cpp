@@ -3,8 +3,11 @@
 #include "app/Startup.h"
 
 #include "brush/Brush.h"
-#include "canvas/CanvasInput.h"
+#include "brush/BrushRows.h"
+#include "canvas/CanvasRows.h"
 #include "colour/Colour.h"
+#include "colour/ColourRows.h"
+#include "colour/Wells.h"
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
 #include "core/document/Buffers.h"
@@ -12,24 +15,28 @@
 #include "core/display/Display.h"
 #include "core/display/Form1.h"
 #include "core/frame/Form2.h"
+#include "core/frame/FrameRows.h"
+#include "core/framework/Commands.h"
 #include "core/framework/Host.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/MixTables.h"
 #include "core/framework/Settings.h"
 #include "core/frame/AlphaMenu.h"
+#include "file/FileRows.h"
+#include "filter/FilterRows.h"
 #include "core/framework/PanelLook.h"
 #include "file/FileMenu.h"
 #include "filter/FadeLast.h"
 
 namespace Form2 {
 void Form_Initialize() {
-    // 1. State defaults and the start directory.
+    // State defaults and the start directory.
     App.SwapShown = 0;
     App.PickerDragValue = 255;
     App.AlphaOff = 255;
-    // 3. The brush palette and the first brush.
+    // The brush palette and the first brush.
     StartupBrushes();
-    // 4. Colour picker marks, gradient and fill defaults, warp strength, tab colours.
+    // Colour picker marks, gradient and fill defaults, warp strength, tab colours.
     App.PickerRedMark = 255;
     App.PickerGreenMark = 65280;
     App.PickerBlueMark = 16711680;
@@ -40,36 +47,36 @@ void Form_Initialize() {
     App.TabColors[1] = 0x808080;
     App.TabColors[2] = 0xE0E0E0;
     App.TabColors[3] = 0xFFFFFF;
-    // 5. Progress over the frame.
+    // Progress over the frame.
     ShowStatus("Initializing...");
     Bar(5);
-    // 6. The gradient store with its built-in ramps.
+    // The gradient store with its built-in ramps.
     StartupGradients();
     Bar(10);
-    // 7. The six mixing tables.
+    // The six mixing tables.
     App.BrushInterpolate = 1;
     BuildMixTables([](int percent) { Bar(percent); });
-    // 8. The paper, and the state of its check boxes.
+    // The paper, and the state of its check boxes.
     StartupPaper();
-    // 9. Settings, in the order of the store.
+    // Settings, in the order of the store.
     ReadStartupSettings();
     Bar(90);
-    // 10. The last stages of the bar; the window is kept for later work.
+    // The last stages of the bar; the window is kept for later work.
     Bar(100);
     HideStatus();
     Status::Frame1.Caption = "Processing...";
     Status::form.Caption = "Processing...";
-    // 11. The size of the first buffer, before any plane exists.
+    // The size of the first buffer, before any plane exists.
     Show(CanvasSize::form, true);
-    // 12. The first document.
+    // The first document.
     App.ZoomPercent = 100;
     App.LastStrokeX = App.LastStrokeY = -1.0f;
     CreateNewDocument(false);
     DemensionRefreshBuff();
     RedisplayWindow();
-    // 13. The default wells and gradients; missing files are silent.
+    // The default wells and gradients; missing files are silent.
     StartupDefaultFiles();
-    // 14. Panel colours; the paper check boxes keep a light face.
+    // Panel colours; the paper check boxes keep a light face.
     PrefsCallBack(form);
     for (CheckBox* c : {&Check1, &Check2, &Check3}) c->BackColor = 14737632;
 }
@@ -85,6 +92,26 @@ void ConnectHooks() {
     DisplayRedrawn.listen(Form2::AfterRedisplay);
     DisplayRedrawn.listen(MDIForm1::TitleAfterRedisplay);
 }
+
+// Every folder's menu entries, keys, tools and borrowed controls, in one table.
+Rows AllRows() {
+    Rows rows = FrameRows();
+    rows += FileRows();
+    rows += FilterRows();
+    rows += ColourRows();
+    rows += BrushRows();
+    rows += CanvasRows();
+    return rows;
+}
+
+// The panels whose keys go to the canvas's key procedures.
+void ForwardKeys(const std::vector<Form*>& forms) {
+    for (Form* f : forms) {
+        f->KeyPress = [](int16_t& k) { Form1::Form_KeyPress(k); };
+        f->KeyDown = [](int16_t& k, int16_t s) { Form1::Form_KeyDown(k, s); };
+        f->KeyUp = [](int16_t& k, int16_t s) { Form1::Form_KeyUp(k, s); };
+    }
+}
 }  // namespace
 
 void Compose() {
@@ -92,11 +119,10 @@ void Compose() {
     if (composed) return;
     composed = true;
     ConnectHooks();
-    MDIForm1::FadePrevious.Click = FadePrevious_Click;
-    BindFileMenus();
-    BindColourMenus();
-    BindBrushMenus();
-    BindCanvasMenus();
+    const Rows rows = AllRows();
+    Commands().install(rows);
+    ForwardKeys(rows.keyForms);
+    SetDefaultWells();  // the wells have colours before any well file is read
 }
 
 void Main(const std::string& programDir) {

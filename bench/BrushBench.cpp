@@ -8,6 +8,7 @@
 
 #include <cstring>
 
+#include "app/Startup.h"
 #include "brush/Brush.h"
 #include "brush/BrushOptions.h"
 #include "brush/BrushState.h"
@@ -37,8 +38,7 @@ struct Document {
         BuildMixTables(nullptr);
         host.surface = CanvasSurface{1600, 1000, 32, 0, 0};
         MakeTestDocument(PictureW, PictureH);
-        BindColourMenus();
-        BindBrushMenus();
+        Kelpwick::Compose();
         StartupPaper();
         StartupBrushes();
         PickStockBrush(2);  // soft

@@ -1,12 +1,12 @@
-// The brush folder's bindings: the current brush and its palette, the size
-// slider, the brush options panel and the keys that reach them.
+// The brush folder's procedures of the tool panel: the current brush and its
+// palette, the size slider, and the brush options panel.
 #include "brush/Brush.h"
 
 #include "brush/BrushMask.h"
 #include "brush/BrushOptions.h"
 #include "brush/StockBrushes.h"
 #include "core/framework/AppState.h"
-#include "core/display/Form1.h"
+#include "core/framework/Codes.h"
 #include "core/frame/Form2.h"
 #include "core/framework/Host.h"
 #include "core/framework/vb.h"
@@ -28,9 +28,9 @@ void PaintPaletteEntry(int i) {
         }
     p.Refresh();
 }
+}  // namespace
 
 void ShowBrushOptions() { Show(BrushOptions::form); }
-}  // namespace
 
 void PickStockBrush(int i) {
     if (i < 0 || i >= Form2::StockBrushCount) return;
@@ -57,7 +57,7 @@ void ClearAllGads() {
 
 namespace Form2 {
 void Picture1_MouseDown(int button, int, float, float) {
-    if (button == 2) {
+    if (button == MouseButton::Right) {
         ShowBrushOptions();
         return;
     }
@@ -66,21 +66,6 @@ void Picture1_MouseDown(int button, int, float, float) {
 
 void HScroll5_Change() { Picture1_Paint(); }
 }  // namespace Form2
-
-void BindBrushMenus() {
-    Form2::Picture1.Paint = Picture1_Paint;
-    Form2::Picture1.MouseDown = Form2::Picture1_MouseDown;
-    Form2::HScroll5.Change = Form2::HScroll5_Change;
-    for (int i = 0; i < Form2::StockBrushCount; ++i)
-        Form2::StockBrush(i).MouseDown = [i](int, int, float, float) { PickStockBrush(i); };
-    for (OptionButton* o : {&BrushOptions::Option1, &BrushOptions::Option2, &BrushOptions::Option3})
-        o->Click = Picture1_Paint;
-    BrushOptions::form.KeyPress = [](int16_t& k) { Form1::Form_KeyPress(k); };
-    BrushOptions::form.KeyDown = [](int16_t& k, int16_t s) { Form1::Form_KeyDown(k, s); };
-    BrushOptions::form.KeyUp = [](int16_t& k, int16_t s) { Form1::Form_KeyUp(k, s); };
-    Form1::ClearAllGadsKey = ClearAllGads;
-    Form1::BrushOptionsKey = ShowBrushOptions;
-}
 
 void StartupBrushes() {
     for (int i = 0; i < Form2::StockBrushCount; ++i) PaintPaletteEntry(i);

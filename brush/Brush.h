@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
-// Binds the tool panel's brush controls, the brush options panel and the keys.
-void BindBrushMenus();
 // Start-up: the stock pictures into the palette and the first brush's mask.
 void StartupBrushes();
+// The brush options panel (key o, a right click on the current brush).
+void ShowBrushOptions();
 // All brush settings back to their neutral state (Esc).
 void ClearAllGads();
 // The size slider's value as ClearAllGads found it.

@@ -1,6 +1,6 @@
-// The three entries of every mouse event on the canvas. Button is 1 left, 2
-// right, 4 middle (summed when several are held); Shift is 1 shift, 2 ctrl,
-// 4 alt; X and Y are window pixels of the zoomed picture.
+// The three entries of every mouse event on the canvas. Button is a sum of
+// MouseButton codes, Shift of ShiftState codes (core/framework/Codes.h); X and
+// Y are window pixels of the zoomed picture.
 #pragma once
 
 #include <cstdint>
@@ -13,5 +13,3 @@ void Form_MouseUp(int16_t Button, int16_t Shift, float X, float Y);
 
 // Moves the selection (alpha and marquee) by whole pixels, wrapping at the edges.
 void NudgeAlpha(int DX, int DY);
-// Binds the canvas folder's keys and tool buttons.
-void BindCanvasMenus();

@@ -1,12 +1,9 @@
-// The colour folder's doors for the start-up sequence: its bindings to the menu
-// table, the keys and the tool panel, and its start-up steps.
+// The colour folder's doors for the start-up sequence: its start-up steps.
 #pragma once
 
 class ComboBox;
 class FileListBox;
 
-// Binds the menu entries, key slots and tool panel controls of this folder.
-void BindColourMenus();
 // Start-up: the gradient store with its built-in ramps.
 void StartupGradients();
 // Start-up: the paper from the first stock picture and the check boxes.

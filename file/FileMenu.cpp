@@ -179,10 +179,3 @@ void Save_Click() {
     }
     closing();
 }
-
-void BindFileMenus() {
-    MDIForm1::Open.Click = Open_Click;
-    MDIForm1::Save.Click = Save_Click;
-    MDIForm1::horizontal.Click = horizontal_Click;
-    MDIForm1::vertical.Click = vertical_Click;
-}

@@ -10,8 +10,6 @@ extern std::string FileName;  // the picture path in use
 void Open_Click();
 void Save_Click();
 
-// Binds the file folder's entries of the menu table; run once at start-up.
-void BindFileMenus();
 
 // Frees the animation before a load, asking first; false when the user declined.
 // Set by the animation folder; without it there is never an animation to free.

@@ -13,6 +13,7 @@
 #include "core/framework/AppState.h"
 #include "core/display/Display.h"
 #include "core/display/Form1.h"
+#include "core/framework/Codes.h"
 #include "core/frame/Form2.h"
 #include "core/framework/Guard.h"
 #include "shell/ControlWidgets.h"
@@ -31,13 +32,15 @@ CanvasView::CanvasView(QWidget* parent) : QAbstractScrollArea(parent) {
 }
 
 int16_t CanvasView::ButtonCode(Qt::MouseButtons b) {
-    return static_cast<int16_t>(((b & Qt::LeftButton) ? 1 : 0) | ((b & Qt::RightButton) ? 2 : 0) |
-                                ((b & Qt::MiddleButton) ? 4 : 0));
+    return static_cast<int16_t>(((b & Qt::LeftButton) ? MouseButton::Left : 0) |
+                                ((b & Qt::RightButton) ? MouseButton::Right : 0) |
+                                ((b & Qt::MiddleButton) ? MouseButton::Middle : 0));
 }
 
 int16_t CanvasView::ShiftCode(Qt::KeyboardModifiers m) {
-    return static_cast<int16_t>(((m & Qt::ShiftModifier) ? 1 : 0) | ((m & Qt::ControlModifier) ? 2 : 0) |
-                                ((m & Qt::AltModifier) ? 4 : 0));
+    return static_cast<int16_t>(((m & Qt::ShiftModifier) ? ShiftState::Shift : 0) |
+                                ((m & Qt::ControlModifier) ? ShiftState::Ctrl : 0) |
+                                ((m & Qt::AltModifier) ? ShiftState::Alt : 0));
 }
 
 QPointF CanvasView::windowPixel(const QPointF& pos) const {

@@ -10,34 +10,35 @@
 #include <QWidget>
 
 #include "core/display/Form1.h"
+#include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
 
 int VirtualKeyOf(int k) {
     switch (k) {
-        case Qt::Key_Left: return 37;
-        case Qt::Key_Up: return 38;
-        case Qt::Key_Right: return 39;
-        case Qt::Key_Down: return 40;
-        case Qt::Key_Shift: return 16;
-        case Qt::Key_Control: return 17;
-        case Qt::Key_Alt: return 18;
-        case Qt::Key_Escape: return 27;
-        case Qt::Key_Space: return 32;
+        case Qt::Key_Left: return VirtualKey::Left;
+        case Qt::Key_Up: return VirtualKey::Up;
+        case Qt::Key_Right: return VirtualKey::Right;
+        case Qt::Key_Down: return VirtualKey::Down;
+        case Qt::Key_Shift: return VirtualKey::Shift;
+        case Qt::Key_Control: return VirtualKey::Control;
+        case Qt::Key_Alt: return VirtualKey::Alt;
+        case Qt::Key_Escape: return VirtualKey::Escape;
+        case Qt::Key_Space: return VirtualKey::Space;
         case Qt::Key_Return:
-        case Qt::Key_Enter: return 13;
-        case Qt::Key_Backspace: return 8;
-        case Qt::Key_Tab: return 9;
-        case Qt::Key_Delete: return 46;
+        case Qt::Key_Enter: return VirtualKey::Return;
+        case Qt::Key_Backspace: return VirtualKey::Backspace;
+        case Qt::Key_Tab: return VirtualKey::Tab;
+        case Qt::Key_Delete: return VirtualKey::Delete;
         default: break;
     }
-    if (k >= Qt::Key_F1 && k <= Qt::Key_F24) return 112 + (k - Qt::Key_F1);
+    if (k >= Qt::Key_F1 && k <= Qt::Key_F24) return VirtualKey::F1 + (k - Qt::Key_F1);
     if ((k >= Qt::Key_A && k <= Qt::Key_Z) || (k >= Qt::Key_0 && k <= Qt::Key_9)) return k;
     return 0;
 }
 
 int KeyAsciiOf(int k, Qt::KeyboardModifiers mods, const QString& text) {
-    if ((mods & Qt::ControlModifier) && k >= Qt::Key_A && k <= Qt::Key_Z) return k - Qt::Key_A + 1;
-    if (k == Qt::Key_Escape) return 27;
+    if ((mods & Qt::ControlModifier) && k >= Qt::Key_A && k <= Qt::Key_Z) return KeyChar::CtrlA + (k - Qt::Key_A);
+    if (k == Qt::Key_Escape) return KeyChar::Escape;
     if (text.size() == 1 && text[0].unicode() < 128 && text[0].unicode() > 0) return text[0].unicode();
     return 0;
 }
@@ -48,8 +49,9 @@ bool KeepsOwnKeys(QObject* o) {
            qobject_cast<QAbstractSpinBox*>(o);
 }
 int16_t ShiftOf(Qt::KeyboardModifiers m) {
-    return static_cast<int16_t>(((m & Qt::ShiftModifier) ? 1 : 0) | ((m & Qt::ControlModifier) ? 2 : 0) |
-                                ((m & Qt::AltModifier) ? 4 : 0));
+    return static_cast<int16_t>(((m & Qt::ShiftModifier) ? ShiftState::Shift : 0) |
+                                ((m & Qt::ControlModifier) ? ShiftState::Ctrl : 0) |
+                                ((m & Qt::AltModifier) ? ShiftState::Alt : 0));
 }
 }  // namespace
 

@@ -10,7 +10,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
-// Classic virtual key number of a Qt key (arrows 37..40, F1 112, letters upper case).
+// The VirtualKey code of a Qt key (letters upper case, digits as themselves), 0 for none.
 int VirtualKeyOf(int qtKey);
-// The character code a key press delivers, or 0 for none (ctrl z is 26).
+// The character code a key press delivers, or 0 for none (ctrl + letter gives its KeyChar control code).
 int KeyAsciiOf(int qtKey, Qt::KeyboardModifiers mods, const QString& text);

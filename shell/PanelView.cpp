@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
 #include "core/framework/Host.h"
 #include "core/framework/PanelLook.h"
@@ -73,7 +74,7 @@ PanelView::~PanelView() {
 
 void PanelView::applyForm() {
     setWindowTitle(Q(form_.Caption));
-    setCursor(form_.MousePointer == 11 ? Qt::WaitCursor : Qt::ArrowCursor);
+    setCursor(form_.MousePointer == Pointer::Busy ? Qt::WaitCursor : Qt::ArrowCursor);
     update();
 }
 

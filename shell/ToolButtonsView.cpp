@@ -1,35 +1,31 @@
-// The tool buttons of the tool panel as one row of push buttons: the one down
-// is the tool; a right click reaches the button's settings.
+// The tool buttons of the tool panel as one row of push buttons, one for each
+// installed tool row: the one down is the tool; a right click opens the tool's
+// settings.
 #include <QHBoxLayout>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QToolButton>
 
-#include "core/frame/Form2.h"
+#include "core/framework/Commands.h"
 #include "core/framework/Guard.h"
 #include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
 #include "shell/PanelView.h"
 
 namespace {
-OptionButton* const Tools[] = {&Form2::Option1, &Form2::Option2, &Form2::Option3, &Form2::Option4,
-                               &Form2::Option6, &Form2::Option13, &Form2::Option14, &Form2::Option15,
-                               &Form2::Option16, &Form2::Option17, &Form2::Option18, &Form2::Option19,
-                               &Form2::Option20};
-
 class ToolButton : public QToolButton {
 public:
-    ToolButton(OptionButton& m, QWidget* parent) : QToolButton(parent), m_(m) {
-        setObjectName(Q(m.Name));
+    ToolButton(const ToolRow& tool, QWidget* parent) : QToolButton(parent), m_(*tool.button), settings_(tool.settings) {
+        setObjectName(Q(m_.Name));
         setCheckable(true);
         setAutoRaise(false);
-        setToolTip(Q(m.ToolTipText));
+        setToolTip(Q(m_.ToolTipText));
         connect(this, &QToolButton::clicked, this, [this] {
             Guarded([this] { m_.Value = true; });
             setChecked(m_.Value);
         });
         QPointer<ToolButton> self(this);
-        m.viewHook = [self] {
+        m_.viewHook = [self] {
             if (self) self->sync();
         };
         sync();
@@ -42,9 +38,8 @@ public:
 
 protected:
     void mouseReleaseEvent(QMouseEvent* e) override {
-        if (e->button() == Qt::RightButton && m_.MouseUp) {
-            float x = static_cast<float>(e->position().x()), y = static_cast<float>(e->position().y());
-            Guarded([&] { m_.MouseUp(2, 0, x, y); });
+        if (e->button() == Qt::RightButton && settings_) {
+            Guarded([this] { settings_(); });
             return;
         }
         QToolButton::mouseReleaseEvent(e);
@@ -52,6 +47,7 @@ protected:
 
 private:
     OptionButton& m_;
+    void (*settings_)();
 };
 
 QWidget* MakeToolRow(PanelView& panel) {
@@ -59,15 +55,27 @@ QWidget* MakeToolRow(PanelView& panel) {
     auto* h = new QHBoxLayout(row);
     h->setContentsMargins(0, 0, 0, 0);
     h->setSpacing(2);
-    for (OptionButton* tool : Tools) h->addWidget(new ToolButton(*tool, row));
+    for (const ToolRow& tool : Commands().rows().tools) h->addWidget(new ToolButton(tool, row));
     h->addStretch(1);
     return row;
 }
 }  // namespace
 
+// The row stands where the tool group's first button is declared; the group's
+// other buttons are inside it, or hidden when their tool has no row.
 void RegisterToolButtonsView() {
-    RegisterControlWidget(Form2::Option1, [](Control&, PanelView& panel) { return MakeToolRow(panel); });
-    for (OptionButton* tool : Tools)
-        if (tool != &Form2::Option1)
-            RegisterDrawnElsewhere(*tool);
+    const auto& tools = Commands().rows().tools;
+    if (tools.empty()) return;
+    const OptionButton& first = *tools.front().button;
+    bool placed = false;
+    for (Control* c : first.form.controls) {
+        if (c->Kind != ControlKind::OptionButton || static_cast<OptionButton*>(c)->OptionGroup != first.OptionGroup)
+            continue;
+        if (placed) {
+            RegisterDrawnElsewhere(*c);
+        } else {
+            RegisterControlWidget(*c, [](Control&, PanelView& panel) { return MakeToolRow(panel); });
+            placed = true;
+        }
+    }
 }

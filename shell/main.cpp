@@ -8,6 +8,7 @@
 
 #include "app/Startup.h"
 #include "core/display/Form1.h"
+#include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/controls.h"
@@ -42,7 +43,7 @@ int main(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    Kelpwick::Compose();  // the menu bar shows only entries that have a command
+    Kelpwick::Compose();  // before the views: the menu bar and the tool row show what has a row
     RegisterControlWidgets();
     MainWindow main;
     QtHost host(&main);
@@ -53,7 +54,7 @@ int main(int argc, char** argv) {
     MDIForm1::form.viewHook = [&main] { main.applyFrame(); };
     Form1::form.viewHook = [&main] {
         main.canvasWindow()->setWindowTitle(Q(Form1::form.Caption));
-        main.canvas()->viewport()->setCursor(Form1::form.MousePointer == 11 ? Qt::WaitCursor : Qt::CrossCursor);
+        main.canvas()->viewport()->setCursor(Form1::form.MousePointer == Pointer::Busy ? Qt::WaitCursor : Qt::CrossCursor);
     };
 
     QTimer::singleShot(0, [&] {

@@ -5,10 +5,7 @@
 #include "core/document/Buffers.h"
 #include "core/display/Display.h"
 #include "core/framework/Host.h"
-#include "core/frame/Form2.h"
-#include "core/document/Undo.h"
-#include "core/frame/AlphaMenu.h"
-#include "core/frame/BufferMenu.h"
+#include "core/framework/Commands.h"
 
 namespace Form1 {
 Form form("Form1", "Canvas");
@@ -20,9 +17,6 @@ LineControl Line3(form, "Line3");
 Shape Shape1(form, "Shape1");
 Shape CloneCross(form, "CloneCross");
 Prop<uint32_t>& BackColor = form.BackColor;
-std::function<void()> ShowGradientKey, BufferFillKey, NextGradientColourKey, PrevGradientColourKey;
-std::function<void()> ClearAllGadsKey, BrushOptionsKey;
-std::function<void(int dx, int dy)> NudgeAlphaKey;
 
 namespace {
 struct Wiring {
@@ -64,76 +58,11 @@ void ViewportChanged() {
 
 void Form_KeyDown(int16_t& keyCode, int16_t /*shift*/) { App.KeyDownCode = keyCode; }
 
-namespace {
-void RunKey(const std::function<void()>& command) {
-    if (command) command();
-}
-
-void Nudge(int dx, int dy) {
-    if (!NudgeAlphaKey) return;
-    NudgeAlphaKey(dx, dy);
-    RedisplayWindow();
-}
-
-// A tool key: the button's click runs, and the button is down.
-void PickTool(OptionButton& tool) {
-    if (tool.Value) {
-        if (tool.Click) tool.Click();
-    } else {
-        tool.Value = true;
-    }
-}
-}  // namespace
-
+// Keys are compared with the installed key rows one after another, in table order.
 void Form_KeyUp(int16_t& keyCode, int16_t shift) {
     App.KeyDownCode = 0;
-    const int16_t k = keyCode;
-    if (shift == 0) {
-        if (k == 116) Form2::slider1.Value = 1;
-        if (k == 117) Form2::HScroll4.Value = 255;
-        if (k == 118) Form2::HScroll4.Value = 128;
-        if (k == 119) Form2::HScroll4.Value = 64;
-    }
-    if (shift == 1) {
-        if (k == 38) Nudge(0, -1);
-        if (k == 40) Nudge(0, 1);
-        if (k == 37) Nudge(-1, 0);
-        if (k == 39) Nudge(1, 0);
-    }
+    Commands().keyUp(keyCode, shift);
 }
 
-void Form_KeyPress(int16_t& keyAscii) {
-    // Keys are compared one after another; each fires once.
-    const int16_t k = keyAscii;
-    if (k == 27) RunKey(ClearAllGadsKey);
-    if (k == 'u') RepaintUndo();
-    if (k == 'U' || k == 'a') Redo();
-    if (k == 26) RepaintUndo();
-    if (k == 1) Redo();
-    if (k == 'p') RunKey(ShowGradientKey);
-    if (k == 'o') RunKey(BrushOptionsKey);
-    if (k == 'q') RunKey(BufferFillKey);
-    if (k == ']') RunKey(NextGradientColourKey);
-    if (k == '[') RunKey(PrevGradientColourKey);
-    if (k == 'J') CopyToSwap_Click();
-    if (k == 'j') swapbuffer_Click();
-    if (k == 'S') SwapToAlpha_Click();
-    if (k == '\\') AlphaEnable_Click();
-    if (k == '|') InvertAlpha_Click();
-    if (k == 'W') AlhpaToSwap_Click();
-    if (k == 'd') PickTool(Form2::Option1);
-    if (k == ',') PickTool(Form2::Option6);
-    if (k == '=' || k == '+') {
-        if (Form2::HScroll5.Value < Form2::HScroll5.Max) Form2::HScroll5.Value = Form2::HScroll5.Value + 1;
-    }
-    if (k == '_' || k == '-') {
-        if (Form2::HScroll5.Value > Form2::HScroll5.Min) Form2::HScroll5.Value = Form2::HScroll5.Value - 1;
-    }
-    if (k == 'K') Clear_Click();
-    // The painting modes by list position: 1..9, then 0, ! and @.
-    if (k >= '1' && k <= '9') Form2::Combo4.ListIndex = k - '1';
-    if (k == '0') Form2::Combo4.ListIndex = 9;
-    if (k == '!') Form2::Combo4.ListIndex = 10;
-    if (k == '@') Form2::Combo4.ListIndex = 11;
-}
+void Form_KeyPress(int16_t& keyAscii) { Commands().keyPress(keyAscii); }
 }  // namespace Form1

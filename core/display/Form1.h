@@ -22,19 +22,10 @@ void Form_Resize();
 void Document_Closing();
 void Document_Created(uint32_t backColour);
 void Timer1_Timer();
-// Keys of every panel land here.
+// Keys of every panel land here; presses and releases run the installed key rows.
 void Form_KeyDown(int16_t& keyCode, int16_t shift);
 void Form_KeyPress(int16_t& keyAscii);
 void Form_KeyUp(int16_t& keyCode, int16_t shift);
-// Key commands whose procedures live in folders the core cannot call. Each
-// folder's Bind function fills its slots at start-up; an empty slot does nothing.
-extern std::function<void()> ShowGradientKey;        // p
-extern std::function<void()> BufferFillKey;          // q
-extern std::function<void()> NextGradientColourKey;  // ]
-extern std::function<void()> PrevGradientColourKey;  // [
-extern std::function<void()> ClearAllGadsKey;        // Esc
-extern std::function<void()> BrushOptionsKey;        // o
-extern std::function<void(int dx, int dy)> NudgeAlphaKey;  // shift + arrows
 // The view was scrolled or resized: a new visible part needs its screen image.
 void ViewportChanged();
 }  // namespace Form1

@@ -8,6 +8,7 @@
 #include "core/display/Display.h"
 #include "core/display/Form1.h"
 #include "core/document/Buffers.h"
+#include "core/framework/Codes.h"
 #include "core/document/CanvasSize.h"
 #include "core/document/Undo.h"
 #include "core/frame/AlphaMenu.h"
@@ -19,8 +20,8 @@
 namespace {
 // The busy pointer around a long loop.
 struct BusyPointer {
-    BusyPointer() { Form1::form.MousePointer = 11; }
-    ~BusyPointer() { Form1::form.MousePointer = 0; }
+    BusyPointer() { Form1::form.MousePointer = Pointer::Busy; }
+    ~BusyPointer() { Form1::form.MousePointer = Pointer::Default; }
 };
 }  // namespace
 

@@ -46,9 +46,11 @@ std::vector<std::unique_ptr<PictureBox>> StockBrushes = MakeStockBrushes();
 Slider HScroll5(form, "HScroll5", 1, 68, 20);
 Shape Shape4(form, "Shape4");
 Shape Shape1(form, "Shape1");
-Slider HScroll1(form, "HScroll1", 0, 255, 0, [] { HScroll1_Change(); });
-Slider hscroll2(form, "hscroll2", 0, 255, 0, [] { HScroll1_Change(); });
-Slider hscroll3(form, "hscroll3", 0, 255, 0, [] { HScroll1_Change(); });
+// The primary colour's sliders; their Change is a row of the colour folder,
+// which runs HScroll1_Change and then lets the pickers follow.
+Slider HScroll1(form, "HScroll1", 0, 255, 0);
+Slider hscroll2(form, "hscroll2", 0, 255, 0);
+Slider hscroll3(form, "hscroll3", 0, 255, 0);
 Slider HScroll4(form, "HScroll4", 0, 255, 255);
 Slider slider1(form, "slider1", 0, 64, 2);
 ComboBox Combo4(form, "Combo4", [] { Combo4_Click(); });
@@ -57,7 +59,7 @@ PictureBox Picture27(form, "Picture27", 96, 72);
 // Opens the layer mixing menu.
 CommandButton LayerButton(form, "LayerButton", "Layers...", [] { host().PopupMenu(Menus::Layers); });
 Label Info1(form, "Info1");
-// Paper, pickers and wells; their procedures are bound by the colour folder.
+// Paper, pickers and wells; their procedures are rows of the colour folder.
 CheckBox Check1(form, "Check1", "Bumpiness");
 CheckBox Check2(form, "Check2", "Drybrush");
 CheckBox Check3(form, "Check3", "Negative");
@@ -99,12 +101,12 @@ PictureBox& StockBrush(int i) { return *StockBrushes.at(static_cast<size_t>(i));
 namespace {
 struct Wiring {
     Wiring() {
+        // The tips of the tools still to come; a tool's row brings its own tip and
+        // shows its button.
         const std::pair<OptionButton*, const char*> tools[] = {
-            {&Option1, "Natural paint tools.  Right click for presets.  Keyboard d"},
             {&Option2, "Upper left, unfilled rectangle.  Lower right, filled rectangle.  Right click for settings.  Keyboard r/R"},
             {&Option3, "Upper left, unfilled ellipse.  Lower right, filled ellipse.  Right click for settings"},
             {&Option4, "Flood fill..  Right click for settings."},
-            {&Option6, "The turkey baster.  Used to select colors in the buffer.  Keyboard."},
             {&Option13, "Lasso to alpha.  Yee-haw!"},
             {&Option14, "Rectangle to Alpha.  Alt to add or subtract."},
             {&Option15, "Ellipse to Alpha.  Alt to add or subtract."},
@@ -113,12 +115,10 @@ struct Wiring {
             {&Option18, "Linear tool.  Right click for tools.  Keyboard v"},
             {&Option19, "Text.  Right click for options."},
             {&Option20, "Custom brush selector tool.  Right click for options.  Keyboard  'b'"}};
-        for (auto [tool, tip] : tools) {
-            tool->ToolTipText = tip;
+        for (auto [tool, tip] : tools) tool->ToolTipText = tip;
+        for (OptionButton* tool : {&Option1, &Option2, &Option3, &Option4, &Option6, &Option13, &Option14, &Option15,
+                                   &Option16, &Option17, &Option18, &Option19, &Option20})
             tool->Group = 10;
-            // A tool shows once its work is in the program.
-            tool->Visible.setQuietly(tool == &Option1 || tool == &Option6);
-        }
         Option2.Tag = Option3.Tag = "unfilled";
         Picture1.ToolTipText = "Current brush.  Left click for more brushes.  Right click for options";
         Picture1.Cls(0xFFFFFF);

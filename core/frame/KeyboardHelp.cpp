@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "core/display/Display.h"
-#include "core/display/Form1.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
@@ -31,7 +30,6 @@ struct Wiring {
             std::string text = ReadText(ProgramFile("Keyboard_Document.rtf"));
             RichTextBox1.Text = text.empty() ? "The keyboard reference \"Keyboard_Document.rtf\" was not found." : text;
         };
-        form.KeyPress = [](int16_t& k) { Form1::Form_KeyPress(k); };
     }
 } wiring;
 }  // namespace

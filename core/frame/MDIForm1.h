@@ -12,12 +12,16 @@ extern std::string BackBitmap;  // the picture of the frame's background, "" for
 extern MenuEntry File, Edit, Filter, Alpha, Window, Prefs, Help;
 extern MenuEntry AlphaEnable, Window_Info;
 extern MenuEntry rDefault, rBitmap, prefs_Disp_15bit, Refresh_Optimised;
-// Entries whose commands live in other folders, bound at start-up.
-extern MenuEntry Open, Save;            // file/
-extern MenuEntry flip, horizontal, vertical;  // file/
-// Entries whose commands the colour folder binds.
-extern MenuEntry FadePrevious;  // filter/
-extern MenuEntry Buffer_Fill, win_Gradient, WPickColor, Prefs_ShowWells, SaveWells, Loadwells;
+// Every entry of the tree; each folder's rows give the commands of its own.
+extern MenuEntry New, Open, Save, Quit;
+extern MenuEntry undo, Redo_, Clear, swapbuffer, CopyToSwap, swaptoalpha, AlhpaToSwap, flip, horizontal, vertical,
+    BufferResample, BufferCrop, Buffer_Fill, ImageInfo;
+extern MenuEntry FadePrevious;
+extern MenuEntry SelectAll, ClearAlpha, InvertAlpha;
+extern MenuEntry Palettes, toolbar, Magnify, Magnifier, win_Gradient, WPickColor, Refresh, UnlockInput;
+extern MenuEntry RefreshMethod, Backdrop, MDIBackground, MDIbackgroundBitmap, Prefs_Save, Memorystuff,
+    Prefs_ShowWells, SaveWells, Loadwells;
+extern MenuEntry about, Help_Kelhelp, Shortcuts;
 
 // The title of the frame as the planes and check marks say it should read.
 std::string ComposeTitle();
@@ -26,6 +30,11 @@ void TitleAfterRedisplay();
 bool MDIForm_QueryUnload();  // true: closing goes ahead
 void Quit_Click();
 void MDIForm_Unload();
+void MDIBackground_Click();
+void MDIbackgroundBitmap_Click();
+// One of the refresh methods is checked at a time.
+void RefreshMethod_Pick(MenuEntry& chosen);
+void Toggle(MenuEntry& e);
 }  // namespace MDIForm1
 
 // The hidden window that owns the popup menus.
@@ -35,6 +44,10 @@ extern MenuEntry Layers;
 extern MenuEntry MixSwapNone, Mix_SwapBuffers, MixSwap_Add, MixSwapSub, MixSwapMult, MixSwapDiv,
     MixSwapScreen, MixaroundGrey;
 extern MenuEntry TBaster, Baster1, baster5, baster9;  // one checked at a time
+void MixSwapNone_Click();
+// One mixing method, or one baster size, is checked at a time.
+void MixPick(MenuEntry& chosen);
+void BasterPick(MenuEntry& chosen);
 }  // namespace Menus
 
 // Every entry of a menu bar or popup, in table order, for the views.

@@ -1,5 +1,7 @@
-// The menu tree of the frame and the popup menus, as one table in display order.
-// An entry's control name is the name of its command procedure.
+// The menu tree of the frame and the popup menus, as one table in display order:
+// entries, captions and check marks. An entry's control name is the name of its
+// command procedure; the commands are rows of the folders that own them, and
+// the menu bar hides an entry that has none.
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
 #include "core/document/Buffers.h"
@@ -20,78 +22,72 @@
 #include "core/document/Undo.h"
 
 namespace MDIForm1 {
-void MDIBackground_Click();
-void MDIbackgroundBitmap_Click();
-void RefreshMethod_Pick(MenuEntry& chosen);
-void Toggle(MenuEntry& e);
-
 Form form("MDIForm1", "Project Kelpwick");
 Prop<uint32_t>& BackColor = form.BackColor;
 std::string BackBitmap;
 
 // File
 MenuEntry File(form, "File", "&File", nullptr);
-MenuEntry New(form, "New", "New", &File, [] { New_Click(); });
+MenuEntry New(form, "New", "New", &File);
 MenuEntry Open(form, "Open", "&Open...", &File);
 MenuEntry Save(form, "Save", "Save...", &File);
-MenuEntry Quit(form, "Quit", "Q&uit", &File, [] { Quit_Click(); });
+MenuEntry Quit(form, "Quit", "Q&uit", &File);
 // Buffer
 MenuEntry Edit(form, "Edit", "&Buffer", nullptr);
-MenuEntry undo(form, "undo", "Undo   u / ctrl &z", &Edit, [] { RepaintUndo(); });
-MenuEntry Redo_(form, "Redo", "Redo   a  / ctrl &a", &Edit, [] { Redo(); });
-MenuEntry Clear(form, "Clear", "Clear   K", &Edit, [] { Clear_Click(); });
-MenuEntry swapbuffer(form, "swapbuffer", "Swap buffers                          j", &Edit, [] { swapbuffer_Click(); });
-MenuEntry CopyToSwap(form, "CopyToSwap", "Copy to swap                         J", &Edit, [] { CopyToSwap_Click(); });
-MenuEntry swaptoalpha(form, "swaptoalpha", "Copy swap buffer to alpha    S", &Edit, [] { SwapToAlpha_Click(); });
-MenuEntry AlhpaToSwap(form, "AlhpaToSwap", "Copy alpha to swap buffer   W", &Edit, [] { AlhpaToSwap_Click(); });
+MenuEntry undo(form, "undo", "Undo   u / ctrl &z", &Edit);
+MenuEntry Redo_(form, "Redo", "Redo   a  / ctrl &a", &Edit);
+MenuEntry Clear(form, "Clear", "Clear   K", &Edit);
+MenuEntry swapbuffer(form, "swapbuffer", "Swap buffers                          j", &Edit);
+MenuEntry CopyToSwap(form, "CopyToSwap", "Copy to swap                         J", &Edit);
+MenuEntry swaptoalpha(form, "swaptoalpha", "Copy swap buffer to alpha    S", &Edit);
+MenuEntry AlhpaToSwap(form, "AlhpaToSwap", "Copy alpha to swap buffer   W", &Edit);
 MenuEntry flip(form, "flip", "Flip", &Edit);
 MenuEntry horizontal(form, "horizontal", "Horizontal", &flip);
 MenuEntry vertical(form, "vertical", "Vertical", &flip);
-MenuEntry BufferResample(form, "BufferResample", "Resample...", &Edit, [] { BufferResample_Click(); });
-MenuEntry BufferCrop(form, "BufferCrop", "Crop to selection", &Edit, [] { BufferCrop_Click(); });
+MenuEntry BufferResample(form, "BufferResample", "Resample...", &Edit);
+MenuEntry BufferCrop(form, "BufferCrop", "Crop to selection", &Edit);
 MenuEntry Buffer_Fill(form, "Buffer_Fill", "Fill                                           q", &Edit);
-MenuEntry ImageInfo(form, "ImageInfo", "Buffer info...", &Edit, [] { ImageInfo_Click(); });
+MenuEntry ImageInfo(form, "ImageInfo", "Buffer info...", &Edit);
 // Filter
 MenuEntry Filter(form, "Filter", "Fi&lter", nullptr);
 MenuEntry FadePrevious(form, "FadePrevious", "Fade last action...", &Filter);
 // Alpha
 MenuEntry Alpha(form, "Alpha", "&Alpha", nullptr);
-MenuEntry SelectAll(form, "SelectAll", "Select all", &Alpha, [] { SelectAll_Click(); });
-MenuEntry ClearAlpha(form, "ClearAlpha", "Clear alpha", &Alpha, [] { ClearAlpha_Click(); });
-MenuEntry AlphaEnable(form, "AlphaEnable", "Alpha on/off     \\", &Alpha, [] { AlphaEnable_Click(); });
-MenuEntry InvertAlpha(form, "InvertAlpha", "Invert alpha     |", &Alpha, [] { InvertAlpha_Click(); });
+MenuEntry SelectAll(form, "SelectAll", "Select all", &Alpha);
+MenuEntry ClearAlpha(form, "ClearAlpha", "Clear alpha", &Alpha);
+MenuEntry AlphaEnable(form, "AlphaEnable", "Alpha on/off     \\", &Alpha);
+MenuEntry InvertAlpha(form, "InvertAlpha", "Invert alpha     |", &Alpha);
 // Window
 MenuEntry Window(form, "Window", "&Window", nullptr);
 MenuEntry Palettes(form, "Palettes", "Panels", &Window);
-MenuEntry toolbar(form, "toolbar", "Toolbar...", &Palettes, [] { toolbar_Click(); });
-MenuEntry Magnify(form, "Magnify", "Zoom...", &Palettes, [] { Magnify_Click(); });
-MenuEntry Magnifier(form, "Magnifier", "Fat bits...", &Palettes, [] { Magnifier_Click(); });
+MenuEntry toolbar(form, "toolbar", "Toolbar...", &Palettes);
+MenuEntry Magnify(form, "Magnify", "Zoom...", &Palettes);
+MenuEntry Magnifier(form, "Magnifier", "Fat bits...", &Palettes);
 MenuEntry win_Gradient(form, "win_Gradient", "Fill/gradient...      p", &Palettes);
-MenuEntry Window_Info(form, "Window_Info", "Info display", &Window, [] { Window_Info_Click(); });
+MenuEntry Window_Info(form, "Window_Info", "Info display", &Window);
 MenuEntry WPickColor(form, "WPickColor", "Color picker...", &Window);
-MenuEntry Refresh(form, "Refresh", "Refresh", &Window, [] { Refresh_Click(); });
-MenuEntry UnlockInput(form, "UnlockInput", "Unlock", &Window, [] { UnlockInput_Click(); });
+MenuEntry Refresh(form, "Refresh", "Refresh", &Window);
+MenuEntry UnlockInput(form, "UnlockInput", "Unlock", &Window);
 // Prefs
 MenuEntry Prefs(form, "Prefs", "&Prefs", nullptr);
 MenuEntry RefreshMethod(form, "RefreshMethod", "Refresh method", &Prefs);
-MenuEntry rDefault(form, "rDefault", "Pixel", &RefreshMethod, [] { RefreshMethod_Pick(rDefault); });
-MenuEntry rBitmap(form, "rBitmap", "Bitmap", &RefreshMethod, [] { RefreshMethod_Pick(rBitmap); });
-MenuEntry prefs_Disp_15bit(form, "prefs_Disp_15bit", "Force 15 bit", &Prefs, [] { Toggle(prefs_Disp_15bit); });
-MenuEntry Refresh_Optimised(form, "Refresh_Optimised", "Optimised", &Prefs, [] { Toggle(Refresh_Optimised); });
+MenuEntry rDefault(form, "rDefault", "Pixel", &RefreshMethod);
+MenuEntry rBitmap(form, "rBitmap", "Bitmap", &RefreshMethod);
+MenuEntry prefs_Disp_15bit(form, "prefs_Disp_15bit", "Force 15 bit", &Prefs);
+MenuEntry Refresh_Optimised(form, "Refresh_Optimised", "Optimised", &Prefs);
 MenuEntry Backdrop(form, "Backdrop", "Backdrop", &Prefs);
-MenuEntry MDIBackground(form, "MDIBackground", "MDI background color...", &Backdrop, [] { MDIBackground_Click(); });
-MenuEntry MDIbackgroundBitmap(form, "MDIbackgroundBitmap", "MDI background bitmap...", &Backdrop,
-                              [] { MDIbackgroundBitmap_Click(); });
-MenuEntry Prefs_Save(form, "Prefs_Save", "Save settings", &Prefs, [] { Prefs_Save_Click(); });
-MenuEntry Memorystuff(form, "Memorystuff", "Memory options...", &Prefs, [] { Memorystuff_Click(); });
+MenuEntry MDIBackground(form, "MDIBackground", "MDI background color...", &Backdrop);
+MenuEntry MDIbackgroundBitmap(form, "MDIbackgroundBitmap", "MDI background bitmap...", &Backdrop);
+MenuEntry Prefs_Save(form, "Prefs_Save", "Save settings", &Prefs);
+MenuEntry Memorystuff(form, "Memorystuff", "Memory options...", &Prefs);
 MenuEntry Prefs_ShowWells(form, "Prefs_ShowWells", "Show wells", &Prefs);
 MenuEntry SaveWells(form, "SaveWells", "Save wells...", &Prefs_ShowWells);
 MenuEntry Loadwells(form, "Loadwells", "Load wells...", &Prefs_ShowWells);
 // Help
 MenuEntry Help(form, "Help", "&Help", nullptr);
-MenuEntry about(form, "about", "About Project Kelpwick...", &Help, [] { about_Click(); });
-MenuEntry Help_Kelhelp(form, "Help_Kelhelp", "Project Kelpwick help...", &Help, [] { Help_Kelhelp_Click(); });
-MenuEntry Shortcuts(form, "Shortcuts", "Keyboad shortcut help...", &Help, [] { Shortcuts_Click(); });
+MenuEntry about(form, "about", "About Project Kelpwick...", &Help);
+MenuEntry Help_Kelhelp(form, "Help_Kelhelp", "Project Kelpwick help...", &Help);
+MenuEntry Shortcuts(form, "Shortcuts", "Keyboad shortcut help...", &Help);
 
 namespace {
 struct Wiring {
@@ -102,9 +98,6 @@ struct Wiring {
         for (MenuEntry* e : {&rDefault, &rBitmap, &prefs_Disp_15bit, &Refresh_Optimised, &Window_Info, &AlphaEnable})
             e->Checkable = true;
         BackColor.setQuietly(0x808080);
-        form.KeyPress = [](int16_t& k) { Form1::Form_KeyPress(k); };
-        form.KeyDown = [](int16_t& k, int16_t s) { Form1::Form_KeyDown(k, s); };
-        form.KeyUp = [](int16_t& k, int16_t s) { Form1::Form_KeyUp(k, s); };
     }
 } wiring;
 }  // namespace
@@ -166,28 +159,22 @@ void Quit_Click() {
 }  // namespace MDIForm1
 
 namespace Menus {
-void MixPick(MenuEntry& chosen);
-void BasterPick(MenuEntry& chosen);
-
 Form form("Menus", "Menus");
 MenuEntry Layers(form, "Layers", "Layers", nullptr);
-MenuEntry MixSwapNone(form, "MixSwapNone", "Mixing active", &Layers, [] {
-    MixSwapNone.Checked = !MixSwapNone.Checked;
-    RedisplayWindow();
-});
-MenuEntry Mix_SwapBuffers(form, "Mix_SwapBuffers", "Swap buffers", &Layers, [] { swapbuffer_Click(); });
-MenuEntry MixSwap_Add(form, "MixSwap_Add", "Additive", &Layers, [] { MixPick(MixSwap_Add); });
-MenuEntry MixSwapSub(form, "MixSwapSub", "Subtractative", &Layers, [] { MixPick(MixSwapSub); });
-MenuEntry MixSwapMult(form, "MixSwapMult", "Multiply", &Layers, [] { MixPick(MixSwapMult); });
-MenuEntry MixSwapDiv(form, "MixSwapDiv", "Divide", &Layers, [] { MixPick(MixSwapDiv); });
-MenuEntry MixSwapScreen(form, "MixSwapScreen", "Screen", &Layers, [] { MixPick(MixSwapScreen); });
-MenuEntry MixaroundGrey(form, "MixaroundGrey", "Around grey", &Layers, [] { MixPick(MixaroundGrey); });
+MenuEntry MixSwapNone(form, "MixSwapNone", "Mixing active", &Layers);
+MenuEntry Mix_SwapBuffers(form, "Mix_SwapBuffers", "Swap buffers", &Layers);
+MenuEntry MixSwap_Add(form, "MixSwap_Add", "Additive", &Layers);
+MenuEntry MixSwapSub(form, "MixSwapSub", "Subtractative", &Layers);
+MenuEntry MixSwapMult(form, "MixSwapMult", "Multiply", &Layers);
+MenuEntry MixSwapDiv(form, "MixSwapDiv", "Divide", &Layers);
+MenuEntry MixSwapScreen(form, "MixSwapScreen", "Screen", &Layers);
+MenuEntry MixaroundGrey(form, "MixaroundGrey", "Around grey", &Layers);
 
 // The size of the colour baster, opened on the baster tool.
 MenuEntry TBaster(form, "TBaster", "TBaster", nullptr);
-MenuEntry Baster1(form, "Baster1", "1 pixel", &TBaster, [] { BasterPick(Baster1); });
-MenuEntry baster5(form, "baster5", "9 pixel", &TBaster, [] { BasterPick(baster5); });
-MenuEntry baster9(form, "baster9", "25 pixel", &TBaster, [] { BasterPick(baster9); });
+MenuEntry Baster1(form, "Baster1", "1 pixel", &TBaster);
+MenuEntry baster5(form, "baster5", "9 pixel", &TBaster);
+MenuEntry baster9(form, "baster9", "25 pixel", &TBaster);
 
 namespace {
 struct Wiring {
@@ -200,6 +187,11 @@ struct Wiring {
     }
 } wiring;
 }  // namespace
+
+void MixSwapNone_Click() {
+    MixSwapNone.Checked = !MixSwapNone.Checked;
+    RedisplayWindow();
+}
 
 void BasterPick(MenuEntry& chosen) {
     for (MenuEntry* e : {&Baster1, &baster5, &baster9}) e->Checked = e == &chosen;

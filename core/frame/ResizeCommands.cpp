@@ -7,6 +7,7 @@
 #include "core/document/CanvasSize.h"
 #include "core/display/Display.h"
 #include "core/display/Form1.h"
+#include "core/framework/Codes.h"
 #include "core/framework/Host.h"
 #include "core/document/Undo.h"
 #include "core/frame/BufferMenu.h"
@@ -69,7 +70,7 @@ void BufferResample_Click() {
     int method = CanvasSize::List2.ListIndex;
     ColourPlanes carried;
     try {
-        Form1::form.MousePointer = 11;
+        Form1::form.MousePointer = Pointer::Busy;
         for (int i = 0; i < 6; ++i) {
             carried.p[i].alloc(w, h);
             const uint8_t* src = Live(i)->data();
@@ -78,9 +79,9 @@ void BufferResample_Click() {
             else if (method == 1) kwresample::Bilinear(src, oldW, oldH, dst, w, h);
             else kwresample::Nearest(src, oldW, oldH, dst, w, h);
         }
-        Form1::form.MousePointer = 0;
+        Form1::form.MousePointer = Pointer::Default;
     } catch (const std::bad_alloc&) {
-        Form1::form.MousePointer = 0;
+        Form1::form.MousePointer = Pointer::Default;
         SetBufferSize(oldW, oldH);
         Kelpwick_MsgBox("Not enough memory to resample to " + std::to_string(w) + " by " + std::to_string(h) +
                         " pixels. The buffer is unchanged.");

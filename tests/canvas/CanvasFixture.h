@@ -1,6 +1,7 @@
 // A document, a scripted host and a neutral brush for the canvas tests, with
-// helpers that drive the mouse and key handlers as events would. The folders'
-// procedures are bound and the brush palette drawn once, as at start-up.
+// helpers that drive the mouse and key handlers as events would. The test
+// program's start composes the folders' rows as the program does; the paper
+// and the brush palette are made once, as at start-up.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -21,16 +22,13 @@
 #include "core/framework/vb.h"
 #include "tests/support/ScriptedHost.h"
 
-struct CanvasBound : ::testing::Environment {
+struct CanvasStarted : ::testing::Environment {
     void SetUp() override {
-        BindColourMenus();
-        BindBrushMenus();
-        BindCanvasMenus();
         StartupPaper();
         StartupBrushes();
     }
 };
-inline const auto* const canvasBound = ::testing::AddGlobalTestEnvironment(new CanvasBound);
+inline const auto* const canvasBound = ::testing::AddGlobalTestEnvironment(new CanvasStarted);
 
 class CanvasTest : public ::testing::Test {
 protected:

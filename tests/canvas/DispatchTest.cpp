@@ -4,6 +4,8 @@
 
 #include "core/display/Display.h"
 #include "core/frame/MDIForm1.h"
+#include "core/framework/Codes.h"
+#include "core/framework/Commands.h"
 
 TEST_F(CanvasTest, GuardsRefuseThePaintPathButNotCtrl) {
     const int16_t undo = UndoIndex;
@@ -72,6 +74,10 @@ TEST_F(CanvasTest, TheBasterReadsInsideAndTakesNoUndoStep) {
     BufR(3, 4) = 99;
     Move(1, 6, 8);
     EXPECT_EQ(Form2::HScroll1.Value, 99);
+    // A right click on its button chooses its size; the brush has no such popup yet.
+    Commands().toolOf(Form2::Option6)->settings();
+    EXPECT_EQ(host.popups, std::vector<std::string>{"TBaster"});
+    EXPECT_EQ(Commands().toolOf(Form2::Option1)->settings, nullptr);
 }
 
 TEST_F(CanvasTest, AShiftClickSetsTheCloneSourceAndPantoTakesItsOffset) {
@@ -118,7 +124,8 @@ TEST_F(CanvasTest, KeysPickToolsSizeModeStepAndOpacity) {
     Form2::slider1.Value = 9;
     auto* opacity = &Form2::HScroll4.Value;
     for (auto [code, shift, value, want] :
-         {std::tuple{117, 1, opacity, 10}, {117, 0, opacity, 255}, {119, 0, opacity, 64}, {116, 0, &Form2::slider1.Value, 1}}) {
+         {std::tuple{VirtualKey::F6, ShiftState::Shift, opacity, 10}, {VirtualKey::F6, ShiftState::None, opacity, 255},
+          {VirtualKey::F8, ShiftState::None, opacity, 64}, {VirtualKey::F5, ShiftState::None, &Form2::slider1.Value, 1}}) {
         KeyUp(code, shift);
         EXPECT_EQ(*value, want) << code << " shift " << shift;
     }
@@ -127,7 +134,7 @@ TEST_F(CanvasTest, KeysPickToolsSizeModeStepAndOpacity) {
     BrushOptions::Option3.Value = true;
     Form2::Check1.Value = 1;
     Key('3');
-    Key(27);
+    Key(KeyChar::Escape);
     EXPECT_EQ(BrushOptions::Hscroll1.Value, 0);
     EXPECT_TRUE(BrushOptions::Option1.Value);
     EXPECT_EQ(Form2::Check1.Value, 0);
@@ -139,10 +146,10 @@ TEST_F(CanvasTest, KeysPickToolsSizeModeStepAndOpacity) {
 TEST_F(CanvasTest, ShiftArrowsNudgeTheAlphaWithWrapAround) {
     FillPicture(BufA, 0);
     BufA(0, 0) = 255;
-    KeyUp(37, 1);  // left
+    KeyUp(VirtualKey::Left, ShiftState::Shift);
     EXPECT_EQ(BufA(W - 1, 0), 255);
     EXPECT_EQ(BufA(0, 0), 0);
-    KeyUp(40, 1);  // down
+    KeyUp(VirtualKey::Down, ShiftState::Shift);
     EXPECT_EQ(BufA(W - 1, 1), 255);
     // A source a whole picture height above reads the extra row H; a whole
     // height below wraps onto the row itself.

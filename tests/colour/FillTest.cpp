@@ -18,14 +18,6 @@
 namespace {
 using namespace colourtest;
 
-// The colour folder's procedures are bound into the menus, keys and tool panel
-// once, as at start-up, before any test of this program runs.
-class BoundColour : public ::testing::Environment {
-public:
-    void SetUp() override { BindColourMenus(); }
-};
-const auto* const bound = ::testing::AddGlobalTestEnvironment(new BoundColour);
-
 class FillTest : public ::testing::Test {
 protected:
     void SetUp() override {

@@ -234,7 +234,6 @@ TEST_F(FileSave, OneColourInEightBitColourStillWritesAFullMap) {
 TEST_F(BufferFlip, VerticalAndHorizontalMirrorThePictureNotTheSelection) {
     PaintAsymmetric(5, 3);
     auto before = Snapshot();
-    BindFileMenus();
     MDIForm1::vertical.press();
     EXPECT_EQ(BufG(0, 0), before.at(0, 2)[1]);
     EXPECT_EQ(BufA(4, 2), before.at(4, 2)[3]) << "alpha stays";

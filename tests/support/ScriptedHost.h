@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/framework/Host.h"
+#include "core/framework/controls.h"
 
 class ScriptedHost : public Host {
 public:
@@ -31,6 +32,7 @@ public:
     bool AllAnswered() const { return script_.empty(); }
 
     std::vector<std::string> messages, questions, shown;
+    std::vector<std::string> popups;  // names of the popup menus opened, in order
     std::deque<std::optional<std::string>> openFiles, saveFiles;
     std::deque<std::optional<uint32_t>> colours;
     std::vector<std::string> documentsOpened;
@@ -66,7 +68,7 @@ public:
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
     bool OpenDocument(const std::string& path) override;
     double Clock() override { return clock; }
-    void PopupMenu(MenuEntry&) override {}
+    void PopupMenu(MenuEntry& menu) override { popups.push_back(menu.Name); }
     void Sleep(int milliseconds) override { clock += milliseconds / 1000.0; }
     // Programs really run, so that conversions meet the real converter.
     ProgramId StartProgram(const std::string& program, const std::vector<std::string>& arguments) override;

@@ -1,0 +1,6 @@
+// The brush folder's rows. For the start-up composition only.
+#pragma once
+
+#include "core/framework/Commands.h"
+
+Rows BrushRows();

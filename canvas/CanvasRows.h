@@ -1,0 +1,6 @@
+// The canvas folder's rows. For the start-up composition only.
+#pragma once
+
+#include "core/framework/Commands.h"
+
+Rows CanvasRows();

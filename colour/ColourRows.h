@@ -1,0 +1,6 @@
+// The colour folder's rows. For the start-up composition only.
+#pragma once
+
+#include "core/framework/Commands.h"
+
+Rows ColourRows();

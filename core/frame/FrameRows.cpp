@@ -1,0 +1,111 @@
+// The core's rows: the frame's menu entries and popups whose commands live in
+// core, the keys of undo, the buffers, the alpha, the size, the painting modes,
+// the opacity and the step, and the panels whose keys reach the canvas.
+#include "core/frame/FrameRows.h"
+
+#include "core/display/Display.h"
+#include "core/document/Undo.h"
+#include "core/frame/AlphaMenu.h"
+#include "core/frame/BufferMenu.h"
+#include "core/frame/FatBits.h"
+#include "core/frame/Form2.h"
+#include "core/frame/Form3.h"
+#include "core/frame/KeyboardHelp.h"
+#include "core/frame/MDIForm1.h"
+#include "core/frame/MemoryOptions.h"
+#include "core/frame/Nav.h"
+#include "core/frame/WindowMenu.h"
+#include "core/framework/Codes.h"
+#include "core/framework/Settings.h"
+
+namespace {
+std::vector<MenuRow> FrameMenus() {
+    using namespace MDIForm1;
+    return {{&New, New_Click},
+            {&Quit, Quit_Click},
+            {&undo, RepaintUndo},
+            {&Redo_, Redo},
+            {&Clear, Clear_Click},
+            {&swapbuffer, swapbuffer_Click},
+            {&CopyToSwap, CopyToSwap_Click},
+            {&swaptoalpha, SwapToAlpha_Click},
+            {&AlhpaToSwap, AlhpaToSwap_Click},
+            {&BufferResample, BufferResample_Click},
+            {&BufferCrop, BufferCrop_Click},
+            {&ImageInfo, ImageInfo_Click},
+            {&SelectAll, SelectAll_Click},
+            {&ClearAlpha, ClearAlpha_Click},
+            {&AlphaEnable, AlphaEnable_Click},
+            {&InvertAlpha, InvertAlpha_Click},
+            {&toolbar, toolbar_Click},
+            {&Magnify, Magnify_Click},
+            {&Magnifier, Magnifier_Click},
+            {&Window_Info, Window_Info_Click},
+            {&Refresh, Refresh_Click},
+            {&UnlockInput, UnlockInput_Click},
+            {&rDefault, [] { RefreshMethod_Pick(rDefault); }},
+            {&rBitmap, [] { RefreshMethod_Pick(rBitmap); }},
+            {&prefs_Disp_15bit, [] { Toggle(prefs_Disp_15bit); }},
+            {&Refresh_Optimised, [] { Toggle(Refresh_Optimised); }},
+            {&MDIBackground, MDIBackground_Click},
+            {&MDIbackgroundBitmap, MDIbackgroundBitmap_Click},
+            {&Prefs_Save, Prefs_Save_Click},
+            {&Memorystuff, Memorystuff_Click},
+            {&about, about_Click},
+            {&Help_Kelhelp, Help_Kelhelp_Click},
+            {&Shortcuts, Shortcuts_Click}};
+}
+
+std::vector<MenuRow> PopupMenus() {
+    using namespace Menus;
+    std::vector<MenuRow> rows = {{&MixSwapNone, MixSwapNone_Click}, {&Mix_SwapBuffers, swapbuffer_Click}};
+    for (MenuEntry* e : {&MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen, &MixaroundGrey})
+        rows.push_back({e, [e] { MixPick(*e); }});
+    for (MenuEntry* e : {&Baster1, &baster5, &baster9}) rows.push_back({e, [e] { BasterPick(*e); }});
+    return rows;
+}
+
+void StepSize(int by) {
+    Slider& s = Form2::HScroll5;
+    if (by > 0 && s.Value < s.Max) s.Value = s.Value + 1;
+    if (by < 0 && s.Value > s.Min) s.Value = s.Value - 1;
+}
+
+std::vector<KeyRow> FrameKeys() {
+    std::vector<KeyRow> keys = {
+        OnPress('u', RepaintUndo),
+        OnPress('U', Redo),
+        OnPress('a', Redo),
+        OnPress(KeyChar::CtrlZ, RepaintUndo),
+        OnPress(KeyChar::CtrlA, Redo),
+        OnPress('J', CopyToSwap_Click),
+        OnPress('j', swapbuffer_Click),
+        OnPress('S', SwapToAlpha_Click),
+        OnPress('\\', AlphaEnable_Click),
+        OnPress('|', InvertAlpha_Click),
+        OnPress('W', AlhpaToSwap_Click),
+        OnPress('=', [] { StepSize(1); }),
+        OnPress('+', [] { StepSize(1); }),
+        OnPress('_', [] { StepSize(-1); }),
+        OnPress('-', [] { StepSize(-1); }),
+        OnPress('K', Clear_Click),
+    };
+    // The painting modes by list position: 1..9, then 0, ! and @.
+    const char modes[] = "1234567890!@";
+    for (int i = 0; i < 12; ++i) keys.push_back(OnPress(modes[i], [i] { Form2::Combo4.ListIndex = i; }));
+    keys.push_back(OnRelease(VirtualKey::F5, ShiftState::None, [] { Form2::slider1.Value = 1; }));
+    keys.push_back(OnRelease(VirtualKey::F6, ShiftState::None, [] { Form2::HScroll4.Value = 255; }));
+    keys.push_back(OnRelease(VirtualKey::F7, ShiftState::None, [] { Form2::HScroll4.Value = 128; }));
+    keys.push_back(OnRelease(VirtualKey::F8, ShiftState::None, [] { Form2::HScroll4.Value = 64; }));
+    return keys;
+}
+}  // namespace
+
+Rows FrameRows() {
+    Rows rows;
+    rows.menus = FrameMenus();
+    for (MenuRow& r : PopupMenus()) rows.menus.push_back(std::move(r));
+    rows.keys = FrameKeys();
+    rows.keyForms = {&MDIForm1::form, &KeyboardHelp::form};
+    return rows;
+}
