@@ -99,7 +99,7 @@ private:
     Shape& m_;
 };
 
-void Hook(Control& c, QWidget* w, std::function<void()> sync) {
+void FollowModel(Control& c, QWidget* w, std::function<void()> sync) {
     QPointer<QWidget> guard(w);
     c.viewHook = [guard, &c, sync] {
         if (!guard) return;
@@ -189,7 +189,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
             l->setWordWrap(true);
             l->setTextFormat(Qt::PlainText);
             w = l;
-            Hook(c, w, [l, &c] { l->setText(Q(c.Caption)); });
+            FollowModel(c, w, [l, &c] { l->setText(Q(c.Caption)); });
             break;
         }
         case ControlKind::CommandButton: {
@@ -198,7 +198,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
             if (m.Name == "Command1") b->setDefault(true);
             connect(b, &QPushButton::clicked, this, [&m] { Guarded([&] { m.press(); }); });
             w = b;
-            Hook(c, w, [b, &c] { b->setText(Q(c.Caption)); });
+            FollowModel(c, w, [b, &c] { b->setText(Q(c.Caption)); });
             break;
         }
         case ControlKind::Slider: {
@@ -215,7 +215,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
             h->addWidget(val);
             connect(s, &QSlider::valueChanged, this, [&m](int v) { Guarded([&] { m.scrollTo(v); }); });
             w = box;
-            Hook(c, w, [s, val, cap, &m] {
+            FollowModel(c, w, [s, val, cap, &m] {
                 QSignalBlocker block(s);
                 s->setRange(m.Min, m.Max);
                 s->setValue(m.Value);
@@ -231,7 +231,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
             auto* b = new QCheckBox(this);
             connect(b, &QCheckBox::clicked, this, [&m](bool on) { Guarded([&] { m.Value = on ? 1 : 0; }); });
             w = b;
-            Hook(c, w, [b, &m] {
+            FollowModel(c, w, [b, &m] {
                 QSignalBlocker block(b);
                 b->setText(Q(m.Caption));
                 b->setChecked(m.Value != 0);
@@ -249,7 +249,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
                 });
             });
             w = b;
-            Hook(c, w, [b, &m] {
+            FollowModel(c, w, [b, &m] {
                 QSignalBlocker block(b);
                 b->setText(Q(m.Caption));
                 b->setChecked(m.Value);
@@ -263,7 +263,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
                 t->setReadOnly(true);
                 t->setMinimumSize(420, 200);
                 w = t;
-                Hook(c, w, [t, &m] { t->setPlainText(Q(m.Text)); });
+                FollowModel(c, w, [t, &m] { t->setPlainText(Q(m.Text)); });
                 t->setEnabled(true);
             } else {
                 auto* t = new QLineEdit(this);
@@ -274,7 +274,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
                     });
                 });
                 w = t;
-                Hook(c, w, [t, &m] {
+                FollowModel(c, w, [t, &m] {
                     if (t->text().toStdString() != m.Text.get()) t->setText(Q(m.Text));
                 });
             }
@@ -287,7 +287,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
             l->setMinimumHeight(120);
             connect(l, &QListWidget::currentRowChanged, this, [&m](int row) { Guarded([&] { m.ListIndex = row; }); });
             w = l;
-            Hook(c, w, [l, &m, rev = std::make_shared<int>(-1)] {
+            FollowModel(c, w, [l, &m, rev = std::make_shared<int>(-1)] {
                 QSignalBlocker block(l);
                 if (*rev != m.ListRevision) {
                     *rev = m.ListRevision;
@@ -303,7 +303,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
             auto* cb = new QComboBox(this);
             connect(cb, &QComboBox::activated, this, [&m](int row) { Guarded([&] { m.ListIndex = row; }); });
             w = cb;
-            Hook(c, w, [cb, &m, rev = std::make_shared<int>(-1)] {
+            FollowModel(c, w, [cb, &m, rev = std::make_shared<int>(-1)] {
                 QSignalBlocker block(cb);
                 if (*rev != m.ListRevision) {
                     *rev = m.ListRevision;
@@ -318,7 +318,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
             auto& m = static_cast<PictureBox&>(c);
             auto* p = new PictureView(m, this);
             w = p;
-            Hook(c, w, [p] { p->update(); });
+            FollowModel(c, w, [p] { p->update(); });
             break;
         }
         case ControlKind::Shape: {
@@ -331,7 +331,7 @@ QWidget* PanelView::buildControl(Control& c, bool allowCustom) {
             h->addWidget(sw);
             h->addWidget(cap, 1);
             w = box;
-            Hook(c, w, [sw] { sw->update(); });
+            FollowModel(c, w, [sw] { sw->update(); });
             break;
         }
         case ControlKind::Line:
