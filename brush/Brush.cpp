@@ -43,10 +43,7 @@ void PickStockBrush(int i) {
 void ClearAllGads() {
     ClearedBrushSize = static_cast<int16_t>(Form2::HScroll5.Value);
     BrushOptions::Option1.Value = true;
-    for (Slider* s : {&BrushOptions::Hscroll1, &BrushOptions::Hscroll4, &BrushOptions::Hscroll3,
-                      &BrushOptions::Hscroll2, &BrushOptions::hscroll6, &BrushOptions::Hscroll7,
-                      &BrushOptions::Hscroll5, &BrushOptions::Hscroll8, &BrushOptions::hscroll9})
-        s->Value = 0;
+    for (const BrushOptions::SettingRow& row : BrushOptions::Settings) row.slider->Value = row.cleared;
     BrushOptions::Check1.Value = 0;
     Form2::Check1.Value = 0;
     Form2::Check2.Value = 0;

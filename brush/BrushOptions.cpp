@@ -1,4 +1,6 @@
-// The brush options panel's controls.
+// The brush options panel's controls and the table of its slider settings,
+// which gives the panel its captions and tooltips, the engine its values and
+// Esc the values to put back.
 #include "brush/BrushOptions.h"
 
 namespace BrushOptions {
@@ -18,18 +20,34 @@ OptionButton Option1(form, "Option1", "None", 1, true);
 OptionButton Option2(form, "Option2", "5 tap", 1);
 OptionButton Option3(form, "Option3", "9 tap", 1);
 
+// The colour jitters are read as shares: hue of the whole wheel, saturation
+// and value of their full range.
+const SettingRow Settings[SettingCount] = {
+    {&Hscroll1, "Random pos.", "Position jitter of each dab, in pixels", 1, 0},
+    {&Hscroll4, "Random size", nullptr, 1, 0},
+    {&Hscroll3, "Random angle", nullptr, 1, 0},
+    {&Hscroll2, "Random hue", nullptr, 360, 0},
+    {&hscroll6, "Random sat.", nullptr, 100, 0},
+    {&Hscroll7, "Random value", nullptr, 100, 0},
+    {&Hscroll5, "Bleed", "Share of the colour picked up from the picture", 1, 0},
+    {&Hscroll8, "Dryout", "Opacity lost with each dab", 1, 0},
+    {&hscroll9, "Scale by speed", "Dab size against mouse speed", 1, 0},
+};
+
+float Scaled(Setting s) {
+    const SettingRow& row = Settings[s];
+    return static_cast<float>(row.slider->Value) / row.scale;
+}
+
 namespace {
 struct Wiring {
     Wiring() {
-        const std::pair<Slider*, const char*> captions[] = {
-            {&Hscroll1, "Random pos."}, {&Hscroll4, "Random size"}, {&Hscroll3, "Random angle"},
-            {&Hscroll2, "Random hue"},  {&hscroll6, "Random sat."}, {&Hscroll7, "Random value"},
-            {&Hscroll5, "Bleed"},       {&Hscroll8, "Dryout"},      {&hscroll9, "Scale by speed"}};
-        for (auto [slider, caption] : captions) slider->Caption.setQuietly(caption);
-        Hscroll1.ToolTipText = "Position jitter of each dab, in pixels";
-        Hscroll5.ToolTipText = "Share of the colour picked up from the picture";
-        Hscroll8.ToolTipText = "Opacity lost with each dab";
-        hscroll9.ToolTipText = "Dab size against mouse speed";
+        for (const SettingRow& row : Settings) {
+            row.slider->Caption.setQuietly(row.caption);
+            if (row.tooltip) row.slider->ToolTipText = row.tooltip;
+        }
+        // The pen angle and the anti-aliasing buttons are not sliders: they
+        // keep their captions from above and are wired here.
         Check1.ToolTipText = "The dab turns with the stroke's direction";
         Option1.Group = Option2.Group = Option3.Group = 1;
     }

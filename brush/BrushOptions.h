@@ -1,5 +1,5 @@
 // The panel of the natural brush's randomness, pickup, dryout, pen angle and
-// anti-aliasing.
+// anti-aliasing, and the table of its slider settings.
 #pragma once
 
 #include "core/framework/controls.h"
@@ -18,4 +18,33 @@ extern Slider hscroll9;  // "Scale by speed" -25..25
 extern CheckBox Check1;  // "Pen angle"
 extern Label Label1;     // "Anti-aliasing"
 extern OptionButton Option1, Option2, Option3;  // none, 5-tap, 9-tap
+
+// The slider settings, in the order of the panel and of the table below.
+enum Setting {
+    RandomPosition,  // jitter of each dab's place, in pixels
+    RandomSize,      // shrink of the dab, 35 = down to nothing
+    RandomAngle,     // turn of the dab, in degrees either way
+    RandomHue,       // hue jitter, as a share of the colour wheel
+    RandomSaturation,
+    RandomValue,
+    BleedAmount,  // share of the picked-up colour, out of 255
+    Dryout,       // opacity lost with each dab, out of 384
+    SpeedScale,   // dab size against mouse speed; negative grows with speed
+    SettingCount
+};
+
+// One row per slider setting: the slider, its caption and tooltip (none when
+// null), what the engine divides the slider's value by, and the value Esc
+// puts back.
+struct SettingRow {
+    Slider* slider;
+    const char* caption;
+    const char* tooltip;
+    float scale;
+    int cleared;
+};
+extern const SettingRow Settings[SettingCount];
+
+// The setting as the engine reads it: the slider's value over its scale.
+float Scaled(Setting s);
 }  // namespace BrushOptions

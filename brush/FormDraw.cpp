@@ -24,29 +24,27 @@ using vb::CInt;
 using vb::CLng;
 using vb::Rnd;
 
-// The panel values a call reads once at its start.
+namespace BO = BrushOptions;
+
+// The panel values a call reads once at its start: the picture's extent, each
+// slider setting as the settings table scales it, the pen angle and whether
+// the mask is smoothed.
 struct Panels {
     int W = 0, H = 0;
-    int P = 0, Z = 0, A = 0, bleed = 0, D = 0, speed = 0;
-    float hueF = 0, satF = 0, valF = 0;
+    float value[BO::SettingCount] = {};
     bool penAngle = false, smooth = false;
+    float operator[](BO::Setting s) const { return value[s]; }
+    // For the settings that are whole numbers (their scale is 1).
+    int whole(BO::Setting s) const { return static_cast<int>(value[s]); }
 };
 
 Panels ReadPanels() {
     Panels p;
     p.W = std::min(BufferWidth(), BufR.ubX());
     p.H = std::min(BufferHeight(), BufR.ubY());
-    p.P = BrushOptions::Hscroll1.Value;
-    p.Z = BrushOptions::Hscroll4.Value;
-    p.A = BrushOptions::Hscroll3.Value;
-    p.bleed = BrushOptions::Hscroll5.Value;
-    p.D = BrushOptions::Hscroll8.Value;
-    p.speed = BrushOptions::hscroll9.Value;
-    p.hueF = static_cast<float>(BrushOptions::Hscroll2.Value) / 360.0f;
-    p.satF = static_cast<float>(BrushOptions::hscroll6.Value) / 100.0f;
-    p.valF = static_cast<float>(BrushOptions::Hscroll7.Value) / 100.0f;
-    p.penAngle = BrushOptions::Check1.Value != 0;
-    p.smooth = !BrushOptions::Option1.Value;
+    for (int s = 0; s < BO::SettingCount; ++s) p.value[s] = BO::Scaled(static_cast<BO::Setting>(s));
+    p.penAngle = BO::Check1.Value != 0;
+    p.smooth = !BO::Option1.Value;
     return p;
 }
 
@@ -55,18 +53,19 @@ float Hold16(float v) { return std::clamp(v, -32768.0f, 32767.0f); }
 
 // The mask of this call, turned and scaled once when any setting asks for it.
 bool TransformMask(const Panels& p, float X, float Y, int32_t d) {
-    if (!(p.Z > 0 || p.A > 0 || p.penAngle || p.speed != 0)) return false;
+    const float size = p[BO::RandomSize], turn = p[BO::RandomAngle], speed = p[BO::SpeedScale];
+    if (!(size > 0 || turn > 0 || p.penAngle || speed != 0)) return false;
     int32_t angle = 0;
-    if (p.A > 0) {
+    if (turn > 0) {
         const double r1 = Rnd(), r2 = Rnd();
-        angle = CLng((r1 - r2) * p.A);
+        angle = CLng((r1 - r2) * turn);
     }
     float scale = 1;
-    if (p.Z > 0) scale = static_cast<float>(1 - Rnd() * p.Z / 35);
+    if (size > 0) scale = static_cast<float>(1 - Rnd() * size / 35);
     if (p.penAngle) angle = CLng(angle + CalculateAngle(LastX, LastY, X, Y) - 90);
-    if (p.speed != 0) {
-        double f = 1 / (d / (25.1 - std::abs(p.speed)) + 1);
-        if (p.speed < 0) f = 1 - f;
+    if (speed != 0) {
+        double f = 1 / (d / (25.1 - std::abs(speed)) + 1);
+        if (speed < 0) f = 1 - f;
         scale = static_cast<float>(scale * f);
     }
     ScaleRotate(angle, scale, p.smooth ? 1 : 0);
@@ -75,7 +74,8 @@ bool TransformMask(const Panels& p, float X, float Y, int32_t d) {
 
 // The colour of one dab: primary, jittered in hue, saturation and value.
 void JitterColour(const Panels& p) {
-    if (!(p.hueF > 0 || p.satF > 0 || p.valF > 0)) {
+    const float hueF = p[BO::RandomHue], satF = p[BO::RandomSaturation], valF = p[BO::RandomValue];
+    if (!(hueF > 0 || satF > 0 || valF > 0)) {
         DabR = PaintR;
         DabG = PaintG;
         DabB = PaintB;
@@ -83,11 +83,11 @@ void JitterColour(const Panels& p) {
     }
     float h, s, v;
     kwfilter::RGB_To_HSV(PaintR / 255.0f, PaintG / 255.0f, PaintB / 255.0f, h, s, v);
-    h = static_cast<float>(h + (Rnd() - 0.5) * 2 * (p.hueF * 360));
+    h = static_cast<float>(h + (Rnd() - 0.5) * 2 * (hueF * 360));
     h = static_cast<float>(CLng(h) % 360);
-    s = static_cast<float>(s + (0.5 - Rnd()) * 2 * p.satF);
+    s = static_cast<float>(s + (0.5 - Rnd()) * 2 * satF);
     if (s == 0) h = -1;
-    v = static_cast<float>(v + (0.5 - Rnd()) * 2 * p.valF);
+    v = static_cast<float>(v + (0.5 - Rnd()) * 2 * valF);
     float r, g, b;
     kwfilter::HSV_To_RGB(r, g, b, h, s, v);
     DabR = std::clamp(CLng(r * 255.0), 0, 255);
@@ -97,7 +97,8 @@ void JitterColour(const Panels& p) {
 
 // Bleed: the colour picked up at the segment's start, not at the dab.
 void Bleed(const Panels& p) {
-    if (p.bleed <= 0) return;
+    const int bleed = p.whole(BO::BleedAmount);
+    if (bleed <= 0) return;
     int cx = std::min<int>(LastX, p.W - 2), cy = std::min<int>(LastY, p.H - 2);
     if (cx < 0) cx = 2;
     if (cy < 0) cy = 2;
@@ -107,10 +108,10 @@ void Bleed(const Panels& p) {
         PickG = BufG(cx, cy);
         PickB = BufB(cx, cy);
     }
-    const int keep = 255 - p.bleed;
-    DabR = (DabR * keep + PickR * p.bleed) / 255;
-    DabG = (DabG * keep + PickG * p.bleed) / 255;
-    DabB = (DabB * keep + PickB * p.bleed) / 255;
+    const int keep = 255 - bleed;
+    DabR = (DabR * keep + PickR * bleed) / 255;
+    DabG = (DabG * keep + PickG * bleed) / 255;
+    DabB = (DabB * keep + PickB * bleed) / 255;
 }
 
 const uint8_t* ModeTable(int mode) {
@@ -202,11 +203,117 @@ void RefreshSegment(const Panels& p) {
     int left = LastX - sx * r, right = CurX + sx * r, top = LastY - sy * r, bottom = CurY + sy * r;
     if (left > right) std::swap(left, right);
     if (top > bottom) std::swap(top, bottom);
-    left = std::max(left - p.P, 0);
-    top = std::max(top - p.P, 0);
-    right = std::min(right + p.P, p.W - 1);
-    bottom = std::min(bottom + p.P, p.H - 1);
+    // Jittered dabs may land up to the jitter beyond the line's box.
+    const int jitter = p.whole(BO::RandomPosition);
+    left = std::max(left - jitter, 0);
+    top = std::max(top - jitter, 0);
+    right = std::min(right + jitter, p.W - 1);
+    bottom = std::min(bottom + jitter, p.H - 1);
     if (left <= right && top <= bottom) RefreshRect(left, top, right + 1, bottom + 1);
+}
+
+// The tool panel's step and primary colour, and the paper, read once a call.
+void ReadPaperAndColour() {
+    ReadPaperState();
+    BrushStep = static_cast<int16_t>(Form2::slider1.Value);
+    const uint32_t primary = Form2::Shape4.FillColor;
+    PaintR = vb::RedOf(primary);
+    PaintG = vb::GreenOf(primary);
+    PaintB = vb::BlueOf(primary);
+}
+
+// Moving the mouse with no button down only places the brush and refills it.
+void PlaceBrush(float x, float y) {
+    LastX = CInt(x);
+    LastY = CInt(y);
+    App.BrushFlow = static_cast<float>(Form2::HScroll4.Value);
+}
+
+// The length of the segment from the last position to the current one, in
+// whole pixels: the number of steps taken along it.
+int32_t SegmentLength() {
+    const int64_t dx = LastX - CurX, dy = LastY - CurY;
+    return CLng(std::sqrt(static_cast<double>(dx * dx + dy * dy)));
+}
+
+// What every dab of one segment shares.
+struct DabRun {
+    const Panels& p;
+    int16_t button;
+    kwbrush::DabTarget target;
+    kwbrush::DabSettings settings;
+    uint32_t secondary;
+    int base;  // the opacity before the paper's drybrush; dryout lowers it
+};
+
+// The segment starts at the last position with the call's mask, the full
+// opacity of the tool panel and its painting mode.
+DabRun StartSegment(const Panels& p, int16_t button, bool turned) {
+    PrevDabX = LastX;
+    PrevDabY = LastY;
+    std::memcpy(DabMask, turned ? BrushMaskXform : BrushMask, sizeof DabMask);
+    BrushOpacity = static_cast<int16_t>(Form2::HScroll4.Value);
+    BrushMode = App.PaintMode;
+    const kwbrush::DabTarget target{BufR.data(), BufG.data(), BufB.data(), BufA.data(), BufR.stride(), p.W, p.H};
+    return DabRun{p, button, target, SegmentSettings(), Form2::Shape1.FillColor, BrushOpacity};
+}
+
+// A dab's offset from the line: two draws each way, so small offsets come
+// more often than large ones. The draws are taken x first, then y.
+std::pair<int, int> JitterPosition(const Panels& p) {
+    const float jitter = p[BO::RandomPosition];
+    const double a1 = Rnd() * jitter, a2 = Rnd() * jitter;
+    const int jx = CInt(a1 - a2);
+    const double b1 = Rnd() * jitter, b2 = Rnd() * jitter;
+    const int jy = CInt(b1 - b2);
+    return {jx, jy};
+}
+
+// Dryout: with the left button each dab carries less paint than the last, and
+// the brush keeps what is left until it is placed again.
+void Dryout(DabRun& run) {
+    const float dry = run.p[BO::Dryout];
+    if (run.button != 1 || !(dry > 0)) return;
+    App.BrushFlow = static_cast<float>(std::clamp((1 - dry / 384.0) * App.BrushFlow, 0.0, 255.0));
+    BrushOpacity = CInt(App.BrushFlow);
+    run.base = BrushOpacity;
+}
+
+// One dab at (px, py): its place and colour jittered, dried out, mixed with
+// what it picked up, the secondary colour for the right button, then laid by
+// the custom brush or the natural one. The random draws keep this order.
+void PaintDab(DabRun& run, float px, float py) {
+    const auto [jx, jy] = JitterPosition(run.p);
+    JitterColour(run.p);
+    Dryout(run);
+    Bleed(run.p);
+    if (run.button == 2) {
+        DabR = vb::RedOf(run.secondary);
+        DabG = vb::GreenOf(run.secondary);
+        DabB = vb::BlueOf(run.secondary);
+    }
+    if (App.CustomBrushOn == -1) {
+        if (CustomBlit) CustomBlit(run.button, px + static_cast<float>(jx), py + static_cast<float>(jy));
+    } else {
+        NaturalDab(run.target, run.settings, run.base, px, py, jx, jy);
+    }
+    PrevDabX = CInt(px);
+    PrevDabY = CInt(py);
+}
+
+// Walks the segment a pixel of distance at a time and lays a dab every
+// BrushStep pixels; the count carries over from segment to segment.
+void PaintSegment(DabRun& run, int32_t d) {
+    float px = LastX, py = LastY;
+    const double stepX = static_cast<double>(CurX - LastX) / (d == 0 ? 1 : d);
+    const double stepY = static_cast<double>(CurY - LastY) / (d == 0 ? 1 : d);
+    for (int32_t i = 1; i <= d; ++i) {
+        StepCounter = vb::Wrap16(StepCounter + 1);
+        if (StepCounter > BrushStep) StepCounter = 1;
+        if (StepCounter == 1) PaintDab(run, px, py);
+        px = static_cast<float>(px + stepX);
+        py = static_cast<float>(py + stepY);
+    }
 }
 }  // namespace
 
@@ -214,80 +321,23 @@ namespace Form1 {
 void Form_Draw(int16_t& Button, int16_t& Shift, float& X, float& Y) {
     (void)Shift;
     if (!DocumentExists()) return;
-    // 1. The panels, the paper and the colour, read once.
     const Panels p = ReadPanels();
     if (p.W <= 0 || p.H <= 0) return;
-    ReadPaperState();
-    BrushStep = static_cast<int16_t>(Form2::slider1.Value);
-    const uint32_t primary = Form2::Shape4.FillColor;
-    PaintR = vb::RedOf(primary);
-    PaintG = vb::GreenOf(primary);
-    PaintB = vb::BlueOf(primary);
-    // 2. Picture pixels.
+    ReadPaperAndColour();
+    // The caller gets picture pixels back in X and Y.
     const float z = static_cast<float>(App.ZoomPercent) / 100.0f;
     X = X / z;
     Y = Y / z;
     const float x = Hold16(X), y = Hold16(Y);
-    // 3. Button 0 only places the brush.
-    if (Button == 0) {
-        LastX = CInt(x);
-        LastY = CInt(y);
-        App.BrushFlow = static_cast<float>(Form2::HScroll4.Value);
-    }
+    if (Button == 0) PlaceBrush(x, y);
     if (Button != 1 && Button != 2) return;
-    // 5. The segment from the last position to this one.
     CurX = CInt(x);
     CurY = CInt(y);
-    const int64_t dx = LastX - CurX, dy = LastY - CurY;
-    const int32_t d = CLng(std::sqrt(static_cast<double>(dx * dx + dy * dy)));
-    // 4. The dab's turn and scale, once for the whole segment.
+    const int32_t d = SegmentLength();
+    // The dab's turn and scale are drawn once for the whole segment.
     const bool turned = TransformMask(p, x, y, d);
-    // 6, 7.
-    float px = LastX, py = LastY;
-    PrevDabX = LastX;
-    PrevDabY = LastY;
-    std::memcpy(DabMask, turned ? BrushMaskXform : BrushMask, sizeof DabMask);
-    BrushOpacity = static_cast<int16_t>(Form2::HScroll4.Value);
-    int base = BrushOpacity;
-    BrushMode = App.PaintMode;
-
-    const kwbrush::DabTarget target{BufR.data(), BufG.data(), BufB.data(), BufA.data(), BufR.stride(), p.W, p.H};
-    kwbrush::DabSettings settings = SegmentSettings();
-    const uint32_t secondary = Form2::Shape1.FillColor;
-    const double stepX = static_cast<double>(CurX - LastX) / (d == 0 ? 1 : d);
-    const double stepY = static_cast<double>(CurY - LastY) / (d == 0 ? 1 : d);
-    for (int32_t i = 1; i <= d; ++i) {
-        // A dab every BrushStep pixels of distance; the count carries over between segments.
-        StepCounter = vb::Wrap16(StepCounter + 1);
-        if (StepCounter > BrushStep) StepCounter = 1;
-        if (StepCounter == 1) {
-            const double a1 = Rnd() * p.P, a2 = Rnd() * p.P;
-            const int jx = CInt(a1 - a2);
-            const double b1 = Rnd() * p.P, b2 = Rnd() * p.P;
-            const int jy = CInt(b1 - b2);
-            JitterColour(p);
-            if (Button == 1 && p.D > 0) {
-                App.BrushFlow = static_cast<float>(std::clamp((1 - p.D / 384.0) * App.BrushFlow, 0.0, 255.0));
-                BrushOpacity = CInt(App.BrushFlow);
-                base = BrushOpacity;
-            }
-            Bleed(p);
-            if (Button == 2) {
-                DabR = vb::RedOf(secondary);
-                DabG = vb::GreenOf(secondary);
-                DabB = vb::BlueOf(secondary);
-            }
-            if (App.CustomBrushOn == -1) {
-                if (CustomBlit) CustomBlit(Button, px + static_cast<float>(jx), py + static_cast<float>(jy));
-            } else {
-                NaturalDab(target, settings, base, px, py, jx, jy);
-            }
-            PrevDabX = CInt(px);
-            PrevDabY = CInt(py);
-        }
-        px = static_cast<float>(px + stepX);
-        py = static_cast<float>(py + stepY);
-    }
+    DabRun run = StartSegment(p, Button, turned);
+    PaintSegment(run, d);
     RefreshSegment(p);
     LastX = CurX;
     LastY = CurY;

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/frame/Form2.h"
+
 namespace {
 constexpr int N = StockBrushSide;
 constexpr double C = 17.0;  // the centre pixel
@@ -295,28 +297,33 @@ Canvas Wash() {
 }
 }  // namespace
 
+// In the order of the palette's pictures; one row for each picture box.
+const StockBrush StockBrushTable[] = {
+    {"disc", [] { return Disc().px; }},
+    {"dot", [] { return Dot().px; }},
+    {"soft", [] { return Soft().px; }},
+    {"aa-disc", [] { return AaDisc().px; }},
+    {"grain", [] { return Grain(12).px; }},
+    {"grain", [] { return Grain(14).px; }},
+    {"mottle", [] { return MottleDisc().px; }},
+    {"hairs", [] { return Hairs().px; }},
+    {"rim", [] { return Rim().px; }},
+    {"blots", [] { return Blots().px; }},
+    {"band", [] { return Band().px; }},
+    {"grass", [] { return Grass().px; }},
+    {"leaf", [] { return Leaf().px; }},
+    {"stems", [] { return Stems().px; }},
+    {"frond", [] { return Frond().px; }},
+    {"foam", [] { return Foam().px; }},
+    {"bubbles", [] { return Bubbles().px; }},
+    {"leaf 2", [] { return Leaf2().px; }},
+    {"leaves", [] { return Leaves().px; }},
+    {"wash", [] { return Wash().px; }},
+};
+
+static_assert(StockBrushTableSize == Form2::StockBrushCount, "one stock brush for each palette picture");
+
 std::vector<uint8_t> MakeStockBrush(int i) {
-    switch (i) {
-        case 0: return Disc().px;
-        case 1: return Dot().px;
-        case 2: return Soft().px;
-        case 3: return AaDisc().px;
-        case 4: return Grain(12).px;
-        case 5: return Grain(14).px;
-        case 6: return MottleDisc().px;
-        case 7: return Hairs().px;
-        case 8: return Rim().px;
-        case 9: return Blots().px;
-        case 10: return Band().px;
-        case 11: return Grass().px;
-        case 12: return Leaf().px;
-        case 13: return Stems().px;
-        case 14: return Frond().px;
-        case 15: return Foam().px;
-        case 16: return Bubbles().px;
-        case 17: return Leaf2().px;
-        case 18: return Leaves().px;
-        case 19: return Wash().px;
-        default: return Canvas().px;
-    }
+    if (i < 0 || i >= StockBrushTableSize) return Canvas().px;  // blank: paints nothing
+    return StockBrushTable[i].make();
 }

@@ -6,8 +6,18 @@
 #include <vector>
 
 constexpr int StockBrushSide = 35;
-// The picture of palette entry i (0 .. Form2::StockBrushCount - 1), in the
-// order of Form2::StockBrushNames: disc, dot, soft, aa-disc, grain, grain,
-// mottle, hairs, rim, blots, band, grass, leaf, stems, frond, foam, bubbles,
-// leaf 2, leaves, wash. Row after row, x fastest.
+
+// One stock brush: what its picture shows and how the picture is drawn (row
+// after row, x fastest). The same every run.
+struct StockBrush {
+    const char* name;
+    std::vector<uint8_t> (*make)();
+};
+
+// The stock brushes, row i being palette entry i: the tool panel's picture
+// Form2::StockBrush(i) (its control names are Form2::StockBrushNames).
+constexpr int StockBrushTableSize = 20;
+extern const StockBrush StockBrushTable[StockBrushTableSize];
+
+// The picture of palette entry i; a blank picture outside the table.
 std::vector<uint8_t> MakeStockBrush(int i);

@@ -1,5 +1,4 @@
-// Open and Save of the File menu, the path they work on, and the binding of
-// the file folder's menu entries.
+// Open and Save of the File menu and the path they work on.
 #pragma once
 
 #include <functional>
@@ -9,7 +8,6 @@ extern std::string FileName;  // the picture path in use
 
 void Open_Click();
 void Save_Click();
-
 
 // Frees the animation before a load, asking first; false when the user declined.
 // Set by the animation folder; without it there is never an animation to free.

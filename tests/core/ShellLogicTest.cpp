@@ -10,9 +10,34 @@
 #include "core/framework/Settings.h"
 #include "tests/core/CoreFixture.h"
 
-using ShellLogicTest = CoreTest;
+#include <QSettings>
+#include <QVariantMap>
+
+namespace {
+// The store the program's settings live in (see core/framework/Settings.cpp).
+QSettings StoreOfTheProgram() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "kelpwick", "kelpwick"); }
+}  // namespace
+
+// Each test gets the settings store as the one before it found it: whatever a
+// test saves is taken out again, so no test sees another's settings.
+class ShellLogicTest : public CoreTest {
+protected:
+    void SetUp() override {
+        CoreTest::SetUp();
+        QSettings store = StoreOfTheProgram();
+        for (const QString& key : store.allKeys()) saved.insert(key, store.value(key));
+    }
+    void TearDown() override {
+        QSettings store = StoreOfTheProgram();
+        store.clear();
+        for (auto it = saved.cbegin(); it != saved.cend(); ++it) store.setValue(it.key(), it.value());
+        store.sync();
+    }
+    QVariantMap saved;
+};
 
 TEST_F(ShellLogicTest, EmptyStoreGivesDefaultsAndSavedValuesComeBack) {
+    const uint32_t back = MDIForm1::BackColor;
     ReadStartupSettings();
     EXPECT_EQ(App.UndoMegs, 14);
     EXPECT_TRUE(MDIForm1::rDefault.Checked);
@@ -38,6 +63,7 @@ TEST_F(ShellLogicTest, EmptyStoreGivesDefaultsAndSavedValuesComeBack) {
     EXPECT_EQ(MDIForm1::BackColor.get(), 1234567u);
     MDIForm1::rDefault.press();
     MDIForm1::prefs_Disp_15bit.Checked = false;
+    MDIForm1::BackColor = back;
 }
 
 TEST_F(ShellLogicTest, MemoryOptionsStoreTheBudgetAndBadValuesFallBack) {
@@ -66,7 +92,6 @@ TEST_F(ShellLogicTest, MemoryOptionsStoreTheBudgetAndBadValuesFallBack) {
         ReadStartupSettings();
         EXPECT_EQ(App.UndoMegs, 14) << bad;
     }
-    SaveSetting("mem_MaxUndo", "14");
 }
 
 TEST_F(ShellLogicTest, BoxesReturnTheirAnswers) {
