@@ -320,17 +320,17 @@ TEST(DabGeneral, EveryModeMatchesItsFormulaWithPaperAlphaScanOrderAndClip) {
                 const int left = DabGeneral(got.target(), mask.data(), box, sg);
                 const int wantLeft = ReferenceGeneral(want, mask.data(), box, sw);
                 ASSERT_TRUE(got == want) << "mode " << mode << " flags " << flags << " at " << cx << "," << cy;
-                EXPECT_EQ(left, wantLeft) << "the last drybrush opacity comes back: mode " << mode << " flags " << flags;
+                EXPECT_EQ(left, wantLeft) << "the drybrush opacity left: mode " << mode << " flags " << flags;
                 ++n;
             }
     // A table mode without its table, and a mode number past the last, leave the picture alone.
-    for (int mode : {1, 12}) {
+    for (PaintMode mode : {PaintMode::Additive, static_cast<PaintMode>(12)}) {
         DabSettings s;
-        s.mode = static_cast<PaintMode>(mode);
+        s.mode = mode;
         s.opacity = 77;
         Pic got(20, 20, 5), same(20, 20, 5);
         EXPECT_EQ(DabGeneral(got.target(), mask.data(), DabBox{0, 34, 0, 34, 0}, s), 77);
-        EXPECT_TRUE(got == same) << mode;
+        EXPECT_TRUE(got == same) << static_cast<int>(mode);
     }
 }
 

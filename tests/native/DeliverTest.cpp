@@ -187,14 +187,18 @@ bool SameState(const DeliverState& a, const DeliverState& b) {
 // Every combination of the settings that steer the pipeline, each with its name.
 std::vector<std::pair<DeliverSettings, std::string>> Combinations(const Scene& scene) {
     struct Style {
-        int style;
+        FillStyle style;
         bool interpolate, brush;
     };
-    const Style styles[] = {{0, false, true},  {1, false, true}, {2, false, true}, {3, false, true},
-                            {4, false, true},  {5, false, true}, {6, false, true}, {6, true, true},
-                            {5, false, false}, {6, true, false}, {9, false, true}};  // 9: no such style, a colour
+    const Style styles[] = {{FillStyle::Colour, false, true},       {FillStyle::Horizontal, false, true},
+                            {FillStyle::FitHorizontal, false, true}, {FillStyle::Vertical, false, true},
+                            {FillStyle::Circular, false, true},      {FillStyle::TileBrush, false, true},
+                            {FillStyle::FitBrush, false, true},      {FillStyle::FitBrush, true, true},
+                            {FillStyle::TileBrush, false, false},    {FillStyle::FitBrush, true, false},
+                            {static_cast<FillStyle>(9), false, true}};  // no such style: a colour
     enum { Plain, Table, Swapped, Rubthrough };
-    const int papers[][4] = {{0, 0, 0, 1}, {1, 0, 0, 1}, {0, 1, 0, 1}, {1, 1, 1, 1}, {1, 1, 0, 0}};  // bump dry neg paper
+    // Bumpiness, drybrush, negative, and whether there is a paper at all.
+    const int papers[][4] = {{0, 0, 0, 1}, {1, 0, 0, 1}, {0, 1, 0, 1}, {1, 1, 1, 1}, {1, 1, 0, 0}};
     // Opacity 20 with the paper taking its full share sends drybrush below zero.
     const std::pair<int, float> opacities[] = {{255, 1.0f}, {130, 130 / 255.0f}, {20, 1.0f}};
     std::vector<std::pair<DeliverSettings, std::string>> all;
@@ -205,7 +209,7 @@ std::vector<std::pair<DeliverSettings, std::string>> Combinations(const Scene& s
                     for (int noise : {0, 1, 2})
                         for (const auto& [opacity, fraction] : opacities) {
                             DeliverSettings s = scene.Settings();
-                            s.style = static_cast<FillStyle>(st.style), s.interpolate = st.interpolate;
+                            s.style = st.style, s.interpolate = st.interpolate;
                             if (!st.brush) s.brushW = s.brushH = 0;
                             s.mode = mode == Rubthrough ? FillMode::Rubthrough : FillMode::Default;
                             s.table = mode == Table || mode == Swapped ? scene.table.data() : nullptr;
@@ -216,9 +220,9 @@ std::vector<std::pair<DeliverSettings, std::string>> Combinations(const Scene& s
                             s.noiseAmount = noise ? 60 : 0, s.noisePerChannel = noise == 1;
                             s.opacity = opacity, s.opacityFraction = fraction, s.strength = 1.2f;
                             std::ostringstream name;
-                            name << "style " << st.style << st.interpolate << st.brush << " mode " << mode << " paper "
-                                 << pa[0] << pa[1] << pa[2] << pa[3] << " alphaOff " << int(alphaOff) << " noise "
-                                 << noise << " opacity " << opacity;
+                            name << "style " << int(st.style) << st.interpolate << st.brush << " mode " << mode
+                                 << " paper " << pa[0] << pa[1] << pa[2] << pa[3] << " alphaOff " << int(alphaOff)
+                                 << " noise " << noise << " opacity " << opacity;
                             all.emplace_back(s, name.str());
                         }
     return all;
