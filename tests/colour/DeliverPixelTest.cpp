@@ -33,8 +33,8 @@ struct Ref {
     int16_t opacitySaved = 0, opacityInverse = 0;
 };
 
-// One pixel as the steps read: style, gradient opacity, mode, noise, bump, drybrush, opacity, alpha.
-uint32_t Reference(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2, int Y2) {
+// The colour of the fill style from the gradient and brush globals; the gradient's opacity.
+int StyleColour(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2, int Y2) {
     const int gi = App.GradientIndex;
     int ga = 255;
     auto look = [&](float t) {
@@ -74,8 +74,11 @@ uint32_t Reference(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2
             break;
         default: s.R = colour & 255, s.G = (colour >> 8) & 255, s.B = (colour >> 16) & 255;
     }
-    int opacity = RoundD(App.Opacity * ga / 255.0);
-    s.opacitySaved = static_cast<int16_t>(opacity);
+    return ga;
+}
+
+// Each fill mode from its arithmetic, against the picture as it is.
+void ModeColour(Ref& s, int X, int Y) {
     int32_t* const c[3] = {&s.R, &s.G, &s.B};
     const int old[3] = {BufR(X, Y), BufG(X, Y), BufB(X, Y)};
     const Plane* const swap[3] = {&SwapR, &SwapG, &SwapB};
@@ -93,6 +96,15 @@ uint32_t Reference(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2
             default: break;  // default and alpha lay the colour on
         }
     }
+}
+
+// One pixel as the steps read: style, gradient opacity, mode, noise, bump, drybrush, opacity, alpha.
+uint32_t Reference(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2, int Y2) {
+    int opacity = RoundD(App.Opacity * StyleColour(s, colour, X, Y, X1, Y1, X2, Y2) / 255.0);
+    s.opacitySaved = static_cast<int16_t>(opacity);
+    ModeColour(s, X, Y);
+    int32_t* const c[3] = {&s.R, &s.G, &s.B};
+    const int old[3] = {BufR(X, Y), BufG(X, Y), BufB(X, Y)};
     if (App.NoiseAmount > 0) {
         const double N = App.NoiseAmount;
         if (App.NoiseMode == 1) {
