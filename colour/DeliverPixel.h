@@ -39,8 +39,15 @@ template <unsigned Steps = kwfill::DpAll>
 [[gnu::always_inline]] inline kwfill::NoiseDraws DrawNoise(const kwfill::DeliverSettings& s) {
     kwfill::NoiseDraws d;
     if constexpr ((Steps & kwfill::DpNoise) != 0) {
-        const int n = kwfill::NoiseDrawCount(s);
-        for (int k = 0; k < n; ++k) d.u[k] = vb::Rnd();
+        switch (kwfill::NoiseDrawCount(s)) {
+            case 3:
+                d.u[0] = vb::Rnd();
+                d.u[1] = vb::Rnd();
+                d.u[2] = vb::Rnd();
+                break;
+            case 1: d.u[0] = vb::Rnd(); break;
+            default: break;
+        }
     }
     return d;
 }
