@@ -114,13 +114,14 @@ void Bleed(const Panels& p) {
     DabB = (DabB * keep + PickB * bleed) / 255;
 }
 
-const uint8_t* ModeTable(int mode) {
-    switch (mode) {
-        case kwbrush::ModeAdditive: return MixAdd;
-        case kwbrush::ModeSubtract: return MixSub;
-        case kwbrush::ModeDivide: return MixDiv;
-        case kwbrush::ModeScreen: return MixScreen;
-        case kwbrush::ModeAroundGrey: return MixAroundGrey;
+// The mixing table of a painting mode's blend; the brush works multiply out itself.
+const uint8_t* ModeTable(kwmode::PaintMode mode) {
+    switch (kwmode::BlendOf(mode)) {
+        case kwmode::Blend::Add: return MixAdd;
+        case kwmode::Blend::Subtract: return MixSub;
+        case kwmode::Blend::Divide: return MixDiv;
+        case kwmode::Blend::Screen: return MixScreen;
+        case kwmode::Blend::AroundGrey: return MixAroundGrey;
         default: return nullptr;
     }
 }
@@ -133,8 +134,8 @@ bool SamePlaneShape(const A& a, const B& b) {
 // What the general case reads that does not change from dab to dab.
 kwbrush::DabSettings SegmentSettings() {
     kwbrush::DabSettings s;
-    s.mode = BrushMode;
-    s.table = ModeTable(BrushMode);
+    s.mode = static_cast<kwmode::PaintMode>(BrushMode);
+    s.table = ModeTable(s.mode);
     s.bump = BumpinessOn != 0;
     s.dry = DrybrushOn != 0;
     s.negative = NegativeOn != 0;
@@ -173,7 +174,7 @@ void NaturalDab(const kwbrush::DabTarget& target, kwbrush::DabSettings& s, int b
     const int r = BrushRadius;
     kwbrush::DabBox box{CLng(px - r + jx), CLng(px + r + jx), CLng(py - r + jy), CLng(py + r + jy),
                         kwbrush::MaskCentre - r};
-    const bool fast = BrushMode == 0 && BumpinessOn == 0 && DrybrushOn == 0 && MarqueeAtDown == 0;
+    const bool fast = s.mode == kwmode::PaintMode::Default && BumpinessOn == 0 && DrybrushOn == 0 && MarqueeAtDown == 0;
     if (fast) {
         kwbrush::DabFast(target, DabMask, box, DabR, DabG, DabB, BrushOpacity);
         return;
@@ -186,10 +187,10 @@ void NaturalDab(const kwbrush::DabTarget& target, kwbrush::DabSettings& s, int b
     // Smear reads the picture where the last dab lay, so it scans against the stroke.
     s.smearDX = px - PrevDabX;
     s.smearDY = py - PrevDabY;
-    s.reverseRows = BrushMode == kwbrush::ModeSmear && PrevDabY < py;
-    s.reverseCols = BrushMode == kwbrush::ModeSmear && PrevDabX < px;
-    kwbrush::DabGeneral(target, DabMask, box, s);
-    BrushOpacity = static_cast<int16_t>(s.opacity);
+    s.reverseRows = s.mode == kwmode::PaintMode::Smear && PrevDabY < py;
+    s.reverseCols = s.mode == kwmode::PaintMode::Smear && PrevDabX < px;
+    // Drybrush leaves the opacity of the last pixel it painted.
+    BrushOpacity = static_cast<int16_t>(kwbrush::DabGeneral(target, DabMask, box, s));
 }
 
 // Hands the changed rectangle of the segment to the display.

@@ -2,6 +2,8 @@
 // whole-buffer fill, the colour baster and the single pixel readers.
 #include "colour/DeliverPixel.h"
 
+#include <algorithm>
+
 #include "colour/Gradients.h"
 #include "colour/Paper.h"
 #include "core/framework/AppState.h"
@@ -17,81 +19,88 @@ float OpacityFraction = 1.0f;
 DeliverStatics DeliverKept;
 
 namespace {
-const uint8_t* FillModeTable(int mode, bool& swapped) {
+using kwmode::Blend;
+using kwmode::FillMode;
+
+// The mixing table of a fill mode's blend; subtract takes the picture first.
+const uint8_t* FillModeTable(FillMode mode, bool& swapped) {
     swapped = false;
-    switch (mode) {
-        case 1: return MixAdd;
-        case 2: swapped = true; return MixSub;  // the picture minus the paint
-        case 3: return MixMult;
-        case 5: return MixDiv;
-        case 6: return MixScreen;
+    switch (kwmode::BlendOf(mode)) {
+        case Blend::Add: return MixAdd;
+        case Blend::Subtract: swapped = true; return MixSub;  // the picture minus the paint
+        case Blend::Multiply: return MixMult;
+        case Blend::Divide: return MixDiv;
+        case Blend::Screen: return MixScreen;
         default: return nullptr;
     }
 }
 
-}  // namespace
-
-DeliverContext DeliverBegin() {
-    DeliverContext c{};
-    c.fillStyle = App.FillStyle;
-    c.fillMode = App.FillMode;
-    c.noiseAmount = App.NoiseAmount;
-    c.noiseMode = App.NoiseMode;
-    int g = App.GradientIndex & 7;
-    c.gradR = GradientData[g][0];
-    c.gradG = GradientData[g][1];
-    c.gradB = GradientData[g][2];
-    c.gradA = GradientData[g][3];
-    c.opacity = App.Opacity;
-    c.opacityFraction = OpacityFraction;
-    c.bump = BumpinessOn != 0;
-    c.dry = DrybrushOn != 0;
-    c.negative = NegativeOn != 0;
-    c.strength = PaperStrength;
+// The paper and the custom brush, when they can be read.
+void ReadPaperAndBrush(kwfill::DeliverSettings& s) {
+    s.bump = BumpinessOn != 0;
+    s.dry = DrybrushOn != 0;
+    s.negative = NegativeOn != 0;
+    s.strength = PaperStrength;
     if (PaperUsable()) {
-        c.paperB = PaperB.data();
-        c.paperF = PaperF.data();
-        c.paperStride = PaperB.stride();
-        c.paperW = PaperWidth;
-        c.paperH = PaperHeight;
+        s.paperB = PaperB.data();
+        s.paperF = PaperF.data();
+        s.paperStride = PaperB.stride();
+        s.paperW = PaperWidth;
+        s.paperH = PaperHeight;
     }
     if (CustomBrushUsable()) {
-        c.brushR = BrushR.data();
-        c.brushG = BrushG.data();
-        c.brushB = BrushB.data();
-        c.brushStride = BrushR.stride();
-        c.brushW = BrushWidth;
-        c.brushH = BrushHeight;
+        s.brushR = BrushR.data();
+        s.brushG = BrushG.data();
+        s.brushB = BrushB.data();
+        s.brushStride = BrushR.stride();
+        s.brushW = BrushWidth;
+        s.brushH = BrushHeight;
     }
-    c.interpolate = App.BrushInterpolate != 0;
-    c.table = FillModeTable(c.fillMode, c.tableSwapped);
-    c.r = BufR.data();
-    c.g = BufG.data();
-    c.b = BufB.data();
-    c.a = BufA.data();
-    c.stride = BufR.stride();
-    // Rubthrough reads the swap planes; without them it leaves the colour alone.
-    if (c.fillMode == 7 && (SwapR.empty() || SwapR.ubX() != BufR.ubX() || SwapR.ubY() != BufR.ubY())) c.fillMode = 0;
-    c.sr = SwapR.data();
-    c.sg = SwapG.data();
-    c.sb = SwapB.data();
-    c.alphaOff = App.AlphaOff;
-    c.R = DeliverKept.R;
-    c.G = DeliverKept.G;
-    c.B = DeliverKept.B;
-    c.t = DeliverKept.t;
-    c.opacitySaved = OpacitySaved;
-    c.opacityInverse = OpacityInverse;
-    return c;
+    s.interpolate = App.BrushInterpolate != 0;
 }
 
-void DeliverEnd(const DeliverContext& c) {
-    DeliverKept.R = c.R;
-    DeliverKept.G = c.G;
-    DeliverKept.B = c.B;
-    DeliverKept.t = c.t;
-    OpacitySaved = c.opacitySaved;
-    OpacityInverse = c.opacityInverse;
+// The picture, its alpha and the swap layer; rubthrough without a swap layer
+// of the picture's shape leaves the colour alone.
+void ReadPlanes(kwfill::DeliverSettings& s) {
+    s.r = BufR.data();
+    s.g = BufG.data();
+    s.b = BufB.data();
+    s.a = BufA.data();
+    s.stride = BufR.stride();
+    const bool swapFits = !SwapR.empty() && SwapR.ubX() == BufR.ubX() && SwapR.ubY() == BufR.ubY();
+    if (s.mode == FillMode::Rubthrough && !swapFits) s.mode = FillMode::Default;
+    s.sr = SwapR.data();
+    s.sg = SwapG.data();
+    s.sb = SwapB.data();
+    s.alphaOff = App.AlphaOff;
+}
+}  // namespace
+
+DeliverRun DeliverBegin() {
+    DeliverRun run;
+    kwfill::DeliverSettings& s = run.settings;
+    s.style = static_cast<kwmode::FillStyle>(App.FillStyle);
+    s.mode = static_cast<FillMode>(App.FillMode);
+    s.noiseAmount = App.NoiseAmount;
+    s.noisePerChannel = App.NoiseMode == 1;
+    const int g = App.GradientIndex & 7;
+    s.gradR = GradientData[g][0];
+    s.gradG = GradientData[g][1];
+    s.gradB = GradientData[g][2];
+    s.gradA = GradientData[g][3];
+    s.opacity = App.Opacity;
+    s.opacityFraction = OpacityFraction;
+    ReadPaperAndBrush(s);
+    s.table = FillModeTable(s.mode, s.tableSwapped);
+    ReadPlanes(s);
+    run.state = {DeliverKept.R, DeliverKept.G, DeliverKept.B, DeliverKept.t, OpacitySaved, OpacityInverse};
+    return run;
+}
+
+void DeliverEnd(const kwfill::DeliverState& state) {
+    DeliverKept = {state.R, state.G, state.B, state.t};
+    OpacitySaved = state.opacitySaved;
+    OpacityInverse = state.opacityInverse;
 }
 
 void DeliverPixel(int32_t& Colour, int16_t& X, int16_t& Y, int16_t& X1, int16_t& Y1, int16_t& X2, int16_t& Y2,
@@ -100,9 +109,10 @@ void DeliverPixel(int32_t& Colour, int16_t& X, int16_t& Y, int16_t& X1, int16_t&
         Result = Colour;
         return;
     }
-    DeliverContext c = DeliverBegin();
-    Result = static_cast<int32_t>(DeliverPixel(c, static_cast<uint32_t>(Colour), X, Y, X1, Y1, X2, Y2));
-    DeliverEnd(c);
+    DeliverRun run = DeliverBegin();
+    const uint32_t colour = static_cast<uint32_t>(Colour);
+    Result = static_cast<int32_t>(DeliverPixel(run.settings, run.state, colour, X, Y, X1, Y1, X2, Y2));
+    DeliverEnd(run.state);
 }
 
 void LoadFillOpacity() {
@@ -122,33 +132,34 @@ void Buffer_Fill_Click() {
 
 namespace {
 template <unsigned Steps>
-void FillRows(DeliverContext& context, uint32_t colour, int W, int H) {
-    // A copy whose address never leaves this function: the byte stores below
-    // cannot alias it, so its fields stay in registers.
-    DeliverContext c = context;
+void FillRows(const kwfill::DeliverSettings& settings, kwfill::DeliverState& state, uint32_t colour, int W, int H) {
+    // Copies whose addresses never leave this function: the byte stores below
+    // cannot alias them, so their fields stay in registers.
+    const kwfill::DeliverSettings s = settings;
+    kwfill::DeliverState st = state;
     for (int y = 0; y < H; ++y) {
         uint8_t* r = BufR.row(y);
         uint8_t* g = BufG.row(y);
         uint8_t* b = BufB.row(y);
         for (int x = 0; x < W; ++x) {
-            uint32_t v = DeliverPixelIn<Steps>(c, colour, x, y, 0, 0, W - 1, H - 1);
+            uint32_t v = DeliverPixel<Steps>(s, st, colour, x, y, 0, 0, W - 1, H - 1);
             r[x] = static_cast<uint8_t>(v);
             g[x] = static_cast<uint8_t>(v >> 8);
             b[x] = static_cast<uint8_t>(v >> 16);
         }
     }
-    context = c;
+    state = st;
 }
 }  // namespace
 
 void DeliverFill(uint32_t colour) {
     if (!DocumentExists()) return;
     const int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
-    DeliverContext c = DeliverBegin();
+    DeliverRun run = DeliverBegin();
     // The plain fill of one colour is compiled without the steps it cannot need.
-    if (DeliverSteps(c) == 0) FillRows<0>(c, colour, W, H);
-    else FillRows<DpAll>(c, colour, W, H);
-    DeliverEnd(c);
+    if (kwfill::DeliverSteps(run.settings) == 0) FillRows<0>(run.settings, run.state, colour, W, H);
+    else FillRows<kwfill::DpAll>(run.settings, run.state, colour, W, H);
+    DeliverEnd(run.state);
 }
 
 void TurkeyColor(int32_t X, int32_t Y, int32_t& R, int32_t& G, int32_t& B) {

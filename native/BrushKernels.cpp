@@ -33,27 +33,33 @@ const Weights kWeights;
 
 void PlotMask(const uint8_t* picture, float o, float s, uint8_t* display) {
     std::memset(display, 255, MaskCells);
-    for (int u = 0; u < MaskSide; ++u) {
-        const int x = RoundF(o + static_cast<float>(u) * s);
-        for (int v = 0; v < MaskSide; ++v) {
-            const int y = RoundF(o + static_cast<float>(v) * s);
-            if (x < 0 || y < 0 || x >= MaskSide || y >= MaskSide) continue;
-            display[x + y * MaskSide] = picture[u + v * MaskSide];
-        }
+    // Column k and row k of the picture land at the same position. The
+    // positions run one way, so those inside the display form one run: clip to it.
+    int land[MaskSide];
+    for (int k = 0; k < MaskSide; ++k) land[k] = RoundF(o + static_cast<float>(k) * s);
+    auto inside = [](int p) { return p >= 0 && p < MaskSide; };
+    int lo = 0, hi = MaskSide - 1;
+    while (lo <= hi && !inside(land[lo])) ++lo;
+    while (hi >= lo && !inside(land[hi])) --hi;
+    // In increasing order, so that a later picture pixel overwrites an earlier one.
+    for (int u = lo; u <= hi; ++u) {
+        uint8_t* column = display + land[u];
+        for (int v = lo; v <= hi; ++v) column[land[v] * MaskSide] = picture[u + v * MaskSide];
     }
 }
 
 void StretchPicture(const uint8_t* picture, int srcSide, int at, int side, uint8_t* work) {
     std::memset(work, 255, static_cast<size_t>(WorkSide) * WorkSide);
     if (side <= 0 || srcSide <= 0) return;
-    for (int j = 0; j < side; ++j) {
+    // Rows and columns alike: only steps first..last - 1 land on the work grid.
+    const int first = static_cast<int>(std::max<int64_t>(0, -int64_t{at}));
+    const int last = static_cast<int>(std::min<int64_t>(side, int64_t{WorkSide} - at));
+    for (int j = first; j < last; ++j) {
         const int y = at + j;
-        if (y < 0 || y >= WorkSide) continue;
         int v0 = j * srcSide / side, v1 = (j + 1) * srcSide / side;
         if (v1 <= v0) v1 = v0 + 1;
-        for (int i = 0; i < side; ++i) {
+        for (int i = first; i < last; ++i) {
             const int x = at + i;
-            if (x < 0 || x >= WorkSide) continue;
             int u0 = i * srcSide / side, u1 = (i + 1) * srcSide / side;
             if (u1 <= u0) u1 = u0 + 1;
             uint8_t darkest = 255;
@@ -131,6 +137,28 @@ void ScaleRotate(const uint8_t* mask, int32_t angle, float scale, int smooth, ui
 // ---- The fast dab
 
 namespace {
+// The steps lo..hi (inclusive) of one axis of a dab that land on both the
+// picture and the mask. Step j covers mask index maskStart + j and picture
+// index first + j, or last - j for a scan against the axis. Worked in 64 bits,
+// so that no box can overflow; the steps themselves fit the mask.
+struct Steps {
+    int lo, hi;
+    bool empty() const { return lo > hi; }
+};
+Steps ClipSteps(int first, int last, int maskStart, int extent, bool reverse) {
+    if (maskStart < 0) return {0, -1};
+    int64_t lo = 0, hi = std::min<int64_t>(int64_t{last} - first, MaskSide - 1 - maskStart);
+    if (!reverse) {
+        lo = std::max<int64_t>(lo, -int64_t{first});
+        hi = std::min<int64_t>(hi, int64_t{extent} - first);
+    } else {
+        lo = std::max<int64_t>(lo, int64_t{last} - extent);
+        hi = std::min<int64_t>(hi, last);
+    }
+    if (lo > hi) return {0, -1};
+    return {static_cast<int>(lo), static_cast<int>(hi)};
+}
+
 // One row of the dab, clipped: n pixels from plane offset `at`, mask from m.
 struct RowSpan {
     size_t at;
@@ -140,15 +168,13 @@ struct RowSpan {
 
 template <typename RowFn>
 void ForEachClippedRow(const DabTarget& t, const uint8_t* mask, const DabBox& box, RowFn row) {
-    const int c0 = std::max(box.col0, 0), c1 = std::min(box.col1, t.W);
-    if (c0 > c1 || box.maskStart < 0) return;
-    const int mx = box.maskStart + (c0 - box.col0);
-    const int n = std::min(c1 - c0 + 1, MaskSide - mx);
-    if (n <= 0) return;
-    for (int y = box.row0, my = box.maskStart; y <= box.row1 && my < MaskSide; ++y, ++my) {
-        if (y < 0 || y > t.H) continue;
-        row(RowSpan{static_cast<size_t>(y) * t.stride + static_cast<size_t>(c0), mask + mx + my * MaskSide, n});
-    }
+    const Steps cols = ClipSteps(box.col0, box.col1, box.maskStart, t.W, false);
+    const Steps rows = ClipSteps(box.row0, box.row1, box.maskStart, t.H, false);
+    if (cols.empty() || rows.empty()) return;
+    const int c0 = box.col0 + cols.lo, n = cols.hi - cols.lo + 1;
+    const uint8_t* m = mask + (box.maskStart + cols.lo) + (box.maskStart + rows.lo) * MaskSide;
+    for (int y = box.row0 + rows.lo, y1 = box.row0 + rows.hi; y <= y1; ++y, m += MaskSide)
+        row(RowSpan{static_cast<size_t>(y) * t.stride + static_cast<size_t>(c0), m, n});
 }
 
 inline void FastPixel(uint8_t* r, uint8_t* g, uint8_t* b, uint8_t m, float t, float fr, float fg, float fb) {
@@ -250,29 +276,30 @@ inline int Blend(int old, float w, float src) {
     return RoundF(static_cast<float>(old) * w + (1.0f - w) * src);
 }
 
-template <int Mode>
-void GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s) {
-    const int rows = box.row1 - box.row0, cols = box.col1 - box.col0;
-    if (rows < 0 || cols < 0 || box.maskStart < 0) return;
+using kwmode::PaintMode;
+// Every table mode runs the same loop: the table is the operation.
+constexpr PaintMode TableMode = PaintMode::Additive;
+
+// The general case one pixel at a time, starting from the given opacity;
+// returns the opacity left after the dab.
+template <PaintMode Mode>
+int GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, const DabSettings& s, int opacity) {
+    const Steps rows = ClipSteps(box.row0, box.row1, box.maskStart, t.H, s.reverseRows);
+    const Steps cols = ClipSteps(box.col0, box.col1, box.maskStart, t.W, s.reverseCols);
+    if (rows.empty() || cols.empty()) return opacity;
     const bool paper = s.paperW > 0 && s.paperH > 0 && s.paperF && s.paperB;
     const bool bump = s.bump && paper, dry = s.dry && paper;
     const int n = s.negative ? 255 : 0;
     const int W = t.W, H = t.H;
-    for (int j = 0; j <= rows; ++j) {
-        const int my = box.maskStart + j;
-        if (my >= MaskSide) break;
+    for (int j = rows.lo; j <= rows.hi; ++j) {
         const int y = s.reverseRows ? box.row1 - j : box.row0 + j;
-        if (y < 0 || y > H) continue;
-        const uint8_t* mrow = mask + my * MaskSide;
+        const uint8_t* mrow = mask + (box.maskStart + j) * MaskSide + box.maskStart;
         const size_t rowAt = static_cast<size_t>(y) * t.stride;
         const size_t paperRow = paper ? static_cast<size_t>(y % s.paperH) * s.paperStride : 0;
-        for (int i = 0; i <= cols; ++i) {
-            const int mx = box.maskStart + i;
-            if (mx >= MaskSide) break;
+        for (int i = cols.lo; i <= cols.hi; ++i) {
             const int x = s.reverseCols ? box.col1 - i : box.col0 + i;
-            if (x < 0 || x > W) continue;
             // 1, 2. A mask value of 255 ends the work of a pixel at once.
-            const int m = mrow[mx];
+            const int m = mrow[i];
             if (m > 254) continue;
             const size_t at = rowAt + static_cast<size_t>(x);
             const int oldR = t.r[at], oldG = t.g[at], oldB = t.b[at];
@@ -292,27 +319,27 @@ void GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, Dab
             if (dry) {
                 const float lost = static_cast<float>(std::abs(n - s.paperB[pi])) * s.strength;
                 const int o = RoundF(static_cast<float>(s.baseOpacity) - lost);
-                s.opacity = o < 0 ? 0 : o;
+                opacity = o < 0 ? 0 : o;
             }
             // 5. The mode.
             int nr = oldR, ng = oldG, nb = oldB;
-            if constexpr (Mode == ModeDefault) {
+            if constexpr (Mode == PaintMode::Default) {
                 nr = RoundF(static_cast<float>(oldR) * w + static_cast<float>(a) * cr);
                 ng = RoundF(static_cast<float>(oldG) * w + static_cast<float>(a) * cg);
                 nb = RoundF(static_cast<float>(oldB) * w + static_cast<float>(a) * cb);
-            } else if constexpr (Mode == ModeMultiply) {
+            } else if constexpr (Mode == PaintMode::Multiply) {
                 nr = std::max(0, RoundF(static_cast<float>(oldR) * w + (static_cast<float>(oldR) * cr) * (1.0f - w)));
                 ng = std::max(0, RoundF(static_cast<float>(oldG) * w + (static_cast<float>(oldG) * cg) * (1.0f - w)));
                 nb = std::max(0, RoundF(static_cast<float>(oldB) * w + (static_cast<float>(oldB) * cb) * (1.0f - w)));
-            } else if constexpr (Mode == ModeRubthrough) {
+            } else if constexpr (Mode == PaintMode::Rubthrough) {
                 if (s.sr) {
                     nr = Blend(oldR, w, s.sr[at]);
                     ng = Blend(oldG, w, s.sg[at]);
                     nb = Blend(oldB, w, s.sb[at]);
                 }
-            } else if constexpr (Mode == ModePanto || Mode == ModeSmear) {
+            } else if constexpr (Mode == PaintMode::Panto || Mode == PaintMode::Smear) {
                 int sx, sy;
-                if constexpr (Mode == ModePanto) {
+                if constexpr (Mode == PaintMode::Panto) {
                     sx = x - s.pantoX;
                     sy = y - s.pantoY;
                 } else {
@@ -325,10 +352,10 @@ void GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, Dab
                     ng = Blend(oldG, w, t.g[src]);
                     nb = Blend(oldB, w, t.b[src]);
                 }
-            } else if constexpr (Mode == ModePattern || Mode == ModeOffsetPattern) {
+            } else if constexpr (Mode == PaintMode::Pattern || Mode == PaintMode::OffsetPattern) {
                 if (s.brushW > 0 && s.brushH > 0) {
-                    const int u = Mode == ModePattern ? x % s.brushW : PositiveMod(x + s.patX, s.brushW);
-                    const int v = Mode == ModePattern ? y % s.brushH : PositiveMod(y + s.patY, s.brushH);
+                    const int u = Mode == PaintMode::Pattern ? x % s.brushW : PositiveMod(x + s.patX, s.brushW);
+                    const int v = Mode == PaintMode::Pattern ? y % s.brushH : PositiveMod(y + s.patY, s.brushH);
                     const size_t src = static_cast<size_t>(v) * s.brushStride + static_cast<size_t>(u);
                     nr = Blend(oldR, w, s.br[src]);
                     ng = Blend(oldG, w, s.bg[src]);
@@ -344,7 +371,7 @@ void GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, Dab
             ng = Clamp255(ng);
             nb = Clamp255(nb);
             // 6. Opacity.
-            const int o = s.opacity, io = 255 - o;
+            const int o = opacity, io = 255 - o;
             nr = (nr * o + oldR * io) / 255;
             ng = (ng * o + oldG * io) / 255;
             nb = (nb * o + oldB * io) / 255;
@@ -361,6 +388,7 @@ void GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, Dab
             t.b[at] = static_cast<uint8_t>(nb);
         }
     }
+    return opacity;
 }
 
 #if defined(__SSE2__)
@@ -375,15 +403,16 @@ void GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, Dab
 // value back exactly. Masked: the alpha plane takes part (AlphaOff is not 255);
 // otherwise the alpha step gives the value back exactly. Both are left out
 // where they change nothing.
-template <int Mode, bool Opaque, bool Masked>
-void GeneralRowsVector(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s) {
+template <PaintMode Mode, bool Opaque, bool Masked>
+int GeneralRowsVector(const DabTarget& t, const uint8_t* mask, const DabBox& box, const DabSettings& s) {
+    int opacity = s.opacity;
+    const Steps rows = ClipSteps(box.row0, box.row1, box.maskStart, t.H, false);
+    const Steps cols = ClipSteps(box.col0, box.col1, box.maskStart, t.W, false);
+    if (rows.empty() || cols.empty()) return opacity;
     const bool paper = s.paperW > 0 && s.paperH > 0 && s.paperF && s.paperB;
     const bool bump = s.bump && paper, dry = s.dry && paper;
-    const int c0 = std::max(box.col0, 0), c1 = std::min(box.col1, t.W);
-    if (c0 > c1 || box.maskStart < 0) return;
-    const int mx = box.maskStart + (c0 - box.col0);
-    const int n = std::min(c1 - c0 + 1, MaskSide - mx);
-    if (n <= 0) return;
+    const int c0 = box.col0 + cols.lo, n = cols.hi - cols.lo + 1;
+    const int mx = box.maskStart + cols.lo;
     const int neg = s.negative ? 255 : 0;
     const __m128 zero = _mm_setzero_ps(), one = _mm_set1_ps(1.0f), v255 = _mm_set1_ps(255.0f);
     const __m128i izero = _mm_setzero_si128(), i255 = _mm_set1_epi32(255);
@@ -398,9 +427,9 @@ void GeneralRowsVector(const DabTarget& t, const uint8_t* mask, const DabBox& bo
     };
     const __m128 half = _mm_set1_ps(0.5f), rcp255 = _mm_set1_ps(1.0f / 255.0f);
     auto floorDiv255 = [&](__m128 x) { return _mm_cvttps_epi32(_mm_mul_ps(_mm_add_ps(x, half), rcp255)); };
-    for (int y = box.row0, my = box.maskStart; y <= box.row1 && my < MaskSide; ++y, ++my) {
-        if (y < 0 || y > t.H) continue;
-        const uint8_t* m = mask + mx + my * MaskSide;
+    for (int j = rows.lo; j <= rows.hi; ++j) {
+        const int y = box.row0 + j;
+        const uint8_t* m = mask + mx + (box.maskStart + j) * MaskSide;
         const size_t at0 = static_cast<size_t>(y) * t.stride + static_cast<size_t>(c0);
         const size_t paperRow = paper ? static_cast<size_t>(y % s.paperH) * s.paperStride : 0;
         int u = paper ? c0 % s.paperW : 0;
@@ -441,7 +470,7 @@ void GeneralRowsVector(const DabTarget& t, const uint8_t* mask, const DabBox& bo
                     if (neg) hv = _mm_sub_ps(v255, hv);
                 }
             }
-            __m128i o = _mm_set1_epi32(s.opacity);
+            __m128i o = _mm_set1_epi32(opacity);
             if (dry) {
                 o = _mm_cvtps_epi32(_mm_sub_ps(base, _mm_mul_ps(hv, strength)));
                 o = _mm_and_si128(o, _mm_cmpgt_epi32(o, izero));  // below 0 counts as 0
@@ -451,7 +480,7 @@ void GeneralRowsVector(const DabTarget& t, const uint8_t* mask, const DabBox& bo
                 _mm_store_si128(reinterpret_cast<__m128i*>(sk), skip);
                 for (int k = 3; k >= 0; --k)
                     if (!sk[k]) {
-                        s.opacity = ov[k];
+                        opacity = ov[k];
                         break;
                     }
             }
@@ -468,7 +497,7 @@ void GeneralRowsVector(const DabTarget& t, const uint8_t* mask, const DabBox& bo
                 __m128 c = colour[ch];
                 if (bump) c = _mm_min_ps(_mm_max_ps(_mm_add_ps(c, qv), zero), one);
                 __m128i v;
-                if constexpr (Mode == ModeDefault) {
+                if constexpr (Mode == PaintMode::Default) {
                     v = _mm_cvtps_epi32(_mm_add_ps(_mm_mul_ps(old, w), _mm_mul_ps(a, c)));
                 } else {
                     v = _mm_cvtps_epi32(_mm_add_ps(_mm_mul_ps(old, w), _mm_mul_ps(_mm_mul_ps(old, c), iw)));
@@ -488,50 +517,50 @@ void GeneralRowsVector(const DabTarget& t, const uint8_t* mask, const DabBox& bo
             // The last few pixels through the scalar steps.
             // Their mask cells become the first row of a mask of their own.
             DabBox tail{c0 + i, c0 + n - 1, y, y, 0};
-            DabSettings ts = s;
-            ts.reverseRows = ts.reverseCols = false;
             uint8_t row[MaskSide];
             std::memcpy(row, m + i, static_cast<size_t>(n - i));
-            GeneralRows<Mode>(t, row, tail, ts);
-            s.opacity = ts.opacity;
+            opacity = GeneralRows<Mode>(t, row, tail, s, opacity);
         }
     }
+    return opacity;
 }
 
-template <int Mode>
-void VectorRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s) {
+// A scan against the stroke changes which pixel's drybrush opacity is left
+// last, so it keeps to the scalar steps.
+template <PaintMode Mode>
+int VectorRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, const DabSettings& s) {
+    if (s.reverseRows || s.reverseCols) return GeneralRows<Mode>(t, mask, box, s, s.opacity);
     const bool paperDry = s.dry && s.paperW > 0 && s.paperH > 0 && s.paperF && s.paperB;
     const bool opaque = !paperDry && s.opacity == 255, masked = s.alphaOff != 255;
-    if (opaque && masked) GeneralRowsVector<Mode, true, true>(t, mask, box, s);
-    else if (opaque) GeneralRowsVector<Mode, true, false>(t, mask, box, s);
-    else if (masked) GeneralRowsVector<Mode, false, true>(t, mask, box, s);
-    else GeneralRowsVector<Mode, false, false>(t, mask, box, s);
+    if (opaque && masked) return GeneralRowsVector<Mode, true, true>(t, mask, box, s);
+    if (opaque) return GeneralRowsVector<Mode, true, false>(t, mask, box, s);
+    if (masked) return GeneralRowsVector<Mode, false, true>(t, mask, box, s);
+    return GeneralRowsVector<Mode, false, false>(t, mask, box, s);
+}
+#else
+template <PaintMode Mode>
+int VectorRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, const DabSettings& s) {
+    return GeneralRows<Mode>(t, mask, box, s, s.opacity);
 }
 #endif
 }  // namespace
 
-void DabGeneral(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s) {
+int DabGeneral(const DabTarget& t, const uint8_t* mask, const DabBox& box, const DabSettings& s) {
     switch (s.mode) {
-#if defined(__SSE2__)
-        case ModeDefault: VectorRows<ModeDefault>(t, mask, box, s); break;
-        case ModeMultiply: VectorRows<ModeMultiply>(t, mask, box, s); break;
-#else
-        case ModeDefault: GeneralRows<ModeDefault>(t, mask, box, s); break;
-        case ModeMultiply: GeneralRows<ModeMultiply>(t, mask, box, s); break;
-#endif
-        case ModeRubthrough: GeneralRows<ModeRubthrough>(t, mask, box, s); break;
-        case ModePanto: GeneralRows<ModePanto>(t, mask, box, s); break;
-        case ModeSmear: GeneralRows<ModeSmear>(t, mask, box, s); break;
-        case ModePattern: GeneralRows<ModePattern>(t, mask, box, s); break;
-        case ModeOffsetPattern: GeneralRows<ModeOffsetPattern>(t, mask, box, s); break;
-        case ModeAdditive:
-        case ModeSubtract:
-        case ModeDivide:
-        case ModeScreen:
-        case ModeAroundGrey:
-            if (s.table) GeneralRows<ModeAdditive>(t, mask, box, s);
-            break;
-        default: break;
+        case PaintMode::Default: return VectorRows<PaintMode::Default>(t, mask, box, s);
+        case PaintMode::Multiply: return VectorRows<PaintMode::Multiply>(t, mask, box, s);
+        case PaintMode::Rubthrough: return GeneralRows<PaintMode::Rubthrough>(t, mask, box, s, s.opacity);
+        case PaintMode::Panto: return GeneralRows<PaintMode::Panto>(t, mask, box, s, s.opacity);
+        case PaintMode::Smear: return GeneralRows<PaintMode::Smear>(t, mask, box, s, s.opacity);
+        case PaintMode::Pattern: return GeneralRows<PaintMode::Pattern>(t, mask, box, s, s.opacity);
+        case PaintMode::OffsetPattern: return GeneralRows<PaintMode::OffsetPattern>(t, mask, box, s, s.opacity);
+        case PaintMode::Additive:
+        case PaintMode::Subtract:
+        case PaintMode::Divide:
+        case PaintMode::Screen:
+        case PaintMode::AroundGrey:
+            return s.table ? GeneralRows<TableMode>(t, mask, box, s, s.opacity) : s.opacity;
+        default: return s.opacity;
     }
 }
 

@@ -11,16 +11,26 @@
 //  * Picture planes. A W x H picture keeps each channel in a plane of stride
 //    W + 1. A dab may land on the extra column W and row H, which every plane
 //    allocates, so a dab's clip is 0..W by 0..H inclusive.
-//  * Clipping. A dab is clipped once before its loops; the mask index still
-//    advances over the rows and columns the clip skips.
+//  * Clipping. A dab is clipped once before its loops, to the picture and to
+//    the mask: the loops then run over the rows and columns that land on both,
+//    and the mask index still advances over the rows and columns the clip
+//    skips. What a pixel reads from elsewhere is tested where it is read: the
+//    source of panto and smear moves with the pixel, and a source off the
+//    picture leaves the old pixel. Mask building works on positions it
+//    computes: PlotMask and StretchPicture clip theirs once, while ScaleRotate
+//    tests each sample of its turned walk against the mask, since the walk's
+//    rounded path is no rectangle.
 //  * Arithmetic. Single precision with rounding to nearest even, in the order
 //    the engine's formulas give; "\" is truncating integer division. The SSE2
 //    twin of the fast blend gives the same bytes as the scalar one.
-//  * Pure functions: no globals, no allocation.
+//  * Pure functions: no globals but a constant table, no allocation. The
+//    settings are read only; what a dab changes comes back as its result.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+
+#include "native/Modes.h"
 
 namespace kwbrush {
 
@@ -88,18 +98,14 @@ void DabFastScalar(const DabTarget& t, const uint8_t* mask, const DabBox& box, i
 void DabFastVector(const DabTarget& t, const uint8_t* mask, const DabBox& box, int colR, int colG, int colB,
                    int opacity);
 
-// Painting modes of the general case, the values of BrushMode.
-enum BrushModes : int {
-    ModeDefault = 0, ModeAdditive = 1, ModeSubtract = 2, ModeMultiply = 3, ModeRubthrough = 4, ModePanto = 5,
-    ModeSmear = 6, ModePattern = 7, ModeOffsetPattern = 8, ModeDivide = 9, ModeScreen = 10, ModeAroundGrey = 11
-};
-
+// What the general case reads besides the target and the mask. The painting
+// mode decides which of the fields count; the kernel never writes them.
 struct DabSettings {
-    int mode = ModeDefault;
+    kwmode::PaintMode mode = kwmode::PaintMode::Default;
     const uint8_t* table = nullptr;  // table modes: table[old + 256 * amount]
     float cR = 0, cG = 0, cB = 0;    // colour fractions, colour / 256
     int baseOpacity = 255;           // B
-    int opacity = 255;               // BrushOpacity: read, and left at the last pixel's value under drybrush
+    int opacity = 255;               // BrushOpacity: the opacity of every pixel unless drybrush sets it
     bool bump = false, dry = false, negative = false;
     float strength = 0;                // PaperStrength
     const float* paperF = nullptr;     // slope plane
@@ -117,7 +123,9 @@ struct DabSettings {
     int patX = 0, patY = 0;            // offset pattern: stroke origin
 };
 
-// General case: every mode, bumpiness, drybrush and the alpha plane.
-void DabGeneral(const DabTarget& t, const uint8_t* mask, const DabBox& box, DabSettings& s);
+// General case: every mode, bumpiness, drybrush and the alpha plane. Returns
+// the brush opacity after the dab: under drybrush the opacity of the last pixel
+// it painted, otherwise (or when it painted nothing) s.opacity.
+[[nodiscard]] int DabGeneral(const DabTarget& t, const uint8_t* mask, const DabBox& box, const DabSettings& s);
 
 }  // namespace kwbrush

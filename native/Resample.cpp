@@ -8,9 +8,11 @@
 namespace kwresample {
 namespace {
 inline size_t At(int x, int y, int w) { return static_cast<size_t>(y) * (static_cast<size_t>(w) + 1) + x; }
+bool Empty(int sw, int sh, int dw, int dh) { return sw < 1 || sh < 1 || dw < 1 || dh < 1; }
 }  // namespace
 
 void Nearest(const uint8_t* src, int sw, int sh, uint8_t* dst, int dw, int dh) {
+    if (Empty(sw, sh, dw, dh)) return;
     for (int y = 0; y < dh; ++y) {
         int sy = static_cast<int>(static_cast<long long>(y) * sh / dh);
         for (int x = 0; x < dw; ++x) {
@@ -21,6 +23,7 @@ void Nearest(const uint8_t* src, int sw, int sh, uint8_t* dst, int dw, int dh) {
 }
 
 void Bilinear(const uint8_t* src, int sw, int sh, uint8_t* dst, int dw, int dh) {
+    if (Empty(sw, sh, dw, dh)) return;
     // Pixel centres map onto pixel centres; edges clamp.
     const double fx = static_cast<double>(sw) / dw, fy = static_cast<double>(sh) / dh;
     for (int y = 0; y < dh; ++y) {
@@ -41,6 +44,7 @@ void Bilinear(const uint8_t* src, int sw, int sh, uint8_t* dst, int dw, int dh) 
 }
 
 void BilinearPlus(const uint8_t* src, int sw, int sh, uint8_t* dst, int dw, int dh) {
+    if (Empty(sw, sh, dw, dh)) return;
     if (dw >= sw && dh >= sh) return Bilinear(src, sw, sh, dst, dw, dh);
     // Box average over the exact source area of each destination pixel, with
     // partial coverage of the border pixels weighted by how much they fall inside.

@@ -1,6 +1,9 @@
 // Resampling one plane into another of a different size. Conventions: planes of
 // stride width + 1; the destination picture is written whole, its extra column
-// and row are left alone.
+// and row are left alone. Every destination pixel maps inside the source, so
+// nothing is clipped; the bilinear sample positions are held to the source's
+// edge pixel by pixel, which is how the edges are drawn. A source or
+// destination with a side below 1 does nothing.
 #pragma once
 
 #include <cstdint>

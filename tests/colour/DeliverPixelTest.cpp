@@ -1,6 +1,8 @@
-// DeliverPixel against a slow reference written straight from the formulas (the
-// modes from their arithmetic, not from the tables), over styles, modes, paper,
-// noise, opacity and alpha; then the classic single-pixel entry and the fill.
+// The logic layer of DeliverPixel against a slow reference that reads the
+// globals: the settings it builds (each fill mode's arithmetic, not its table;
+// the gradient, brush and paper it picks; noise drawn from the shared
+// generator), the state it hands back, the classic single-pixel entry and the
+// fill. The pipeline's every combination is the kernel's test, in tests/native.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,7 +17,12 @@
 
 namespace {
 using colourtest::PixelAt;
+using kwmode::FillMode;
+using kwmode::FillStyle;
 constexpr int W = 13, H = 9;
+
+void SetStyle(FillStyle style) { App.FillStyle = static_cast<uint16_t>(style); }
+void SetMode(FillMode mode) { App.FillMode = static_cast<uint8_t>(mode); }
 
 int RoundF(float v) { return static_cast<int>(std::nearbyint(v)); }
 int RoundD(double v) { return static_cast<int>(std::nearbyint(v)); }
@@ -26,8 +33,8 @@ struct Ref {
     int16_t opacitySaved = 0, opacityInverse = 0;
 };
 
-// One pixel as the steps read: style, gradient opacity, mode, noise, bump, drybrush, opacity, alpha.
-uint32_t Reference(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2, int Y2) {
+// The colour of the fill style from the gradient and brush globals; the gradient's opacity.
+int StyleColour(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2, int Y2) {
     const int gi = App.GradientIndex;
     int ga = 255;
     auto look = [&](float t) {
@@ -36,19 +43,19 @@ uint32_t Reference(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2
     };
     auto brush = [&](int u, int v) { s.R = BrushR(u, v), s.G = BrushG(u, v), s.B = BrushB(u, v); };
     const float w = X2 - X1, h = Y2 - Y1;
-    switch (App.FillStyle) {
-        case 1:
-        case 2: look((X - X1) * (255 / (w <= 0 ? 0.01f : w))); break;
-        case 3: look((Y - Y1) * (255 / (h <= 0 ? 0.01f : h))); break;
-        case 4: {
+    switch (static_cast<FillStyle>(App.FillStyle)) {
+        case FillStyle::Horizontal:
+        case FillStyle::FitHorizontal: look((X - X1) * (255 / (w <= 0 ? 0.01f : w))); break;
+        case FillStyle::Vertical: look((Y - Y1) * (255 / (h <= 0 ? 0.01f : h))); break;
+        case FillStyle::Circular: {
             const float a = (X - w / 2 - X1) * (255 / (w == 0 ? 1 : w)), b = (Y - h / 2 - Y1) * (255 / (h == 0 ? 1 : h));
             look((a * a + b * b) / 128);
             break;
         }
-        case 5:
+        case FillStyle::TileBrush:
             if (BrushWidth > 0) brush(X % BrushWidth, Y % BrushHeight);
             break;
-        case 6:
+        case FillStyle::FitBrush:
             if (BrushWidth > 0) {
                 const float fl = App.BrushInterpolate ? 0.001f : 0.01f;
                 const float fx = (BrushWidth - 1) / 255.0f * ((X - X1) * (255 / (w <= 0 ? fl : w)));
@@ -67,23 +74,37 @@ uint32_t Reference(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2
             break;
         default: s.R = colour & 255, s.G = (colour >> 8) & 255, s.B = (colour >> 16) & 255;
     }
-    int opacity = RoundD(App.Opacity * ga / 255.0);
-    s.opacitySaved = static_cast<int16_t>(opacity);
+    return ga;
+}
+
+// Each fill mode from its arithmetic, against the picture as it is.
+void ModeColour(Ref& s, int X, int Y) {
     int32_t* const c[3] = {&s.R, &s.G, &s.B};
     const int old[3] = {BufR(X, Y), BufG(X, Y), BufB(X, Y)};
     const Plane* const swap[3] = {&SwapR, &SwapG, &SwapB};
     for (int k = 0; k < 3; ++k) {
         int32_t& v = *c[k];
-        switch (App.FillMode) {
-            case 1: v = std::min(v + old[k], 255); break;
-            case 2: v = std::max(old[k] - v, 0); break;
-            case 3: v = v * old[k] / 255; break;
-            case 5: v = old[k] == 0 ? 255 : std::min(255, RoundF(static_cast<float>(v) / old[k] * 255.0f)); break;
-            case 6: v = RoundD(old[k] + (255.0 - old[k]) / 255.0 * v); break;
-            case 7: v = (*swap[k])(X, Y); break;
-            default: break;
+        switch (static_cast<FillMode>(App.FillMode)) {
+            case FillMode::Add: v = std::min(v + old[k], 255); break;
+            case FillMode::Subtract: v = std::max(old[k] - v, 0); break;
+            case FillMode::Multiply: v = v * old[k] / 255; break;
+            case FillMode::Divide:
+                v = old[k] == 0 ? 255 : std::min(255, RoundF(static_cast<float>(v) / old[k] * 255.0f));
+                break;
+            case FillMode::Screen: v = RoundD(old[k] + (255.0 - old[k]) / 255.0 * v); break;
+            case FillMode::Rubthrough: v = (*swap[k])(X, Y); break;
+            default: break;  // default and alpha lay the colour on
         }
     }
+}
+
+// One pixel as the steps read: style, gradient opacity, mode, noise, bump, drybrush, opacity, alpha.
+uint32_t Reference(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2, int Y2) {
+    int opacity = RoundD(App.Opacity * StyleColour(s, colour, X, Y, X1, Y1, X2, Y2) / 255.0);
+    s.opacitySaved = static_cast<int16_t>(opacity);
+    ModeColour(s, X, Y);
+    int32_t* const c[3] = {&s.R, &s.G, &s.B};
+    const int old[3] = {BufR(X, Y), BufG(X, Y), BufB(X, Y)};
     if (App.NoiseAmount > 0) {
         const double N = App.NoiseAmount;
         if (App.NoiseMode == 1) {
@@ -137,14 +158,16 @@ protected:
         App.GradientIndex = 2;
         App.AlphaOff = 255;
         App.NoiseAmount = 0;
-        App.FillMode = 0;
-        App.FillStyle = 0;
+        SetMode(FillMode::Default);
+        SetStyle(FillStyle::Colour);
         DeliverKept = {};
     }
     void TearDown() override {
         BrushWidth = BrushHeight = 0;
         BumpinessOn = DrybrushOn = NegativeOn = 0;
-        App.NoiseAmount = App.FillMode = App.FillStyle = 0;
+        App.NoiseAmount = 0;
+        SetMode(FillMode::Default);
+        SetStyle(FillStyle::Colour);
         App.AlphaOff = 255;
     }
     // The caller's opacity and the share of it the paper may take away.
@@ -163,54 +186,51 @@ protected:
     ScriptedHost host;
 };
 
-TEST_F(DeliverPixelTest, MatchesTheFormulasOverStylesModesPaperNoiseOpacityAndAlpha) {
-    struct Style { int style, interpolate, brush; };
-    const Style styles[] = {{0, 1, 5}, {1, 1, 5}, {2, 1, 5}, {3, 1, 5}, {4, 1, 5},
-                            {5, 1, 5}, {6, 1, 5}, {6, 0, 5}, {5, 1, 0}, {6, 1, 0}};
-    const int papers[][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 1, 1}, {1, 1, 1}};  // bump, drybrush, negative
-    // Opacity 20 with the paper taking its full share sends drybrush below zero.
-    const std::pair<int, float> opacities[] = {{255, 1.0f}, {130, 130 / 255.0f}, {20, 1.0f}};
-    const int boxes[][4] = {{0, 0, W - 1, H - 1}, {2, 1, 2, 1}};
+TEST_F(DeliverPixelTest, BuildsItsSettingsFromTheGlobalsAndHandsTheStateBack) {
+    struct Style {
+        FillStyle style;
+        int interpolate, brush;
+    };
+    const Style styles[] = {{FillStyle::Colour, 1, 5},    {FillStyle::Horizontal, 1, 5}, {FillStyle::FitHorizontal, 1, 5},
+                            {FillStyle::Vertical, 1, 5},  {FillStyle::Circular, 1, 5},   {FillStyle::TileBrush, 1, 5},
+                            {FillStyle::FitBrush, 1, 5},  {FillStyle::FitBrush, 0, 5},   {FillStyle::TileBrush, 1, 0},
+                            {FillStyle::FitBrush, 1, 0}};
     const uint32_t colour = vb::RGB(200, 90, 17);
     int checked = 0;
     for (const Style& st : styles)
         for (int mode = 0; mode <= 7; ++mode)
-            for (const auto& pa : papers)
-                for (int alphaOff : {255, 0})
-                    for (int noise : {0, 1, 2})
-                        for (const auto& [opacity, fraction] : opacities)
-                            for (const auto& box : boxes) {
-                                if (st.style >= 1 && st.style != 5 && box[0] == box[2]) continue;  // box and pixel disagree
-                                SCOPED_TRACE(::testing::Message() << "style " << st.style << st.interpolate << st.brush << " mode " << mode
-                                             << " paper " << pa[0] << pa[1] << pa[2] << " alphaOff " << alphaOff << " noise "
-                                             << noise << " opacity " << opacity << " box " << box[2]);
-                                App.FillStyle = st.style, App.BrushInterpolate = st.interpolate, App.FillMode = mode;
-                                BrushWidth = st.brush, BrushHeight = st.brush ? 4 : 0;
-                                BumpinessOn = pa[0], DrybrushOn = pa[1];
-                                if (NegativeOn != pa[2]) NegativeOn = pa[2], RefreshPaperBuff();
-                                App.AlphaOff = alphaOff, App.NoiseAmount = noise ? 60 : 0, App.NoiseMode = noise == 1;
-                                SetOpacity(opacity, fraction);
-                                DeliverKept = {11, 22, 33, 0};  // what a brush style without a brush repeats
-                                Ref ref{11, 22, 33, 0, 0};
-                                std::vector<uint32_t> got, want;
-                                vb::Randomize(99);
-                                DeliverContext c = DeliverBegin();
-                                for (int y = 0; y < H; ++y)
-                                    for (int x = 0; x < W; ++x)
-                                        got.push_back(DeliverPixel(c, colour, x, y, box[0], box[1], box[2], box[3]));
-                                DeliverEnd(c);
-                                vb::Randomize(99);
-                                for (int y = 0; y < H; ++y)
-                                    for (int x = 0; x < W; ++x)
-                                        want.push_back(Reference(ref, colour, x, y, box[0], box[1], box[2], box[3]));
-                                ASSERT_EQ(got, want);
-                                ASSERT_EQ(OpacitySaved, ref.opacitySaved);
-                                ASSERT_EQ(OpacityInverse, ref.opacityInverse);
-                                ASSERT_EQ(vb::RGB(DeliverKept.R, DeliverKept.G, DeliverKept.B), vb::RGB(ref.R, ref.G, ref.B));
-                                ASSERT_EQ(App.Opacity, opacity) << "the caller's opacity comes back";
-                                ++checked;
-                            }
-    EXPECT_EQ(checked, (10 + 3) * 8 * 5 * 2 * 3 * 3) << "the degenerate box serves styles 0 and 5 only";
+            for (int paper : {0, 1})
+                for (int noise : {0, 1, 2}) {
+                    SCOPED_TRACE(::testing::Message() << "style " << int(st.style) << st.interpolate << st.brush
+                                                      << " mode " << mode << " paper " << paper << " noise " << noise);
+                    SetStyle(st.style), App.BrushInterpolate = st.interpolate, App.FillMode = mode;
+                    BrushWidth = st.brush, BrushHeight = st.brush ? 4 : 0;
+                    BumpinessOn = DrybrushOn = paper;
+                    if (NegativeOn != paper) NegativeOn = paper, RefreshPaperBuff();
+                    App.AlphaOff = 0, App.NoiseAmount = noise ? 60 : 0, App.NoiseMode = noise == 1;
+                    SetOpacity(130, 130 / 255.0f);
+                    DeliverKept = {11, 22, 33, 0};  // what a brush style without a brush repeats
+                    Ref ref{11, 22, 33, 0, 0};
+                    std::vector<uint32_t> got, want;
+                    vb::Randomize(99);
+                    DeliverRun run = DeliverBegin();
+                    for (int y = 0; y < H; ++y)
+                        for (int x = 0; x < W; ++x)
+                            got.push_back(DeliverPixel(run.settings, run.state, colour, x, y, 0, 0, W - 1, H - 1));
+                    DeliverEnd(run.state);
+                    const double nextAfterFill = vb::Rnd();
+                    vb::Randomize(99);
+                    for (int y = 0; y < H; ++y)
+                        for (int x = 0; x < W; ++x) want.push_back(Reference(ref, colour, x, y, 0, 0, W - 1, H - 1));
+                    ASSERT_EQ(got, want);
+                    ASSERT_EQ(nextAfterFill, vb::Rnd()) << "the noise takes as many draws as the formulas";
+                    ASSERT_EQ(OpacitySaved, ref.opacitySaved);
+                    ASSERT_EQ(OpacityInverse, ref.opacityInverse);
+                    ASSERT_EQ(vb::RGB(DeliverKept.R, DeliverKept.G, DeliverKept.B), vb::RGB(ref.R, ref.G, ref.B));
+                    ASSERT_EQ(App.Opacity, 130) << "the caller's opacity comes back";
+                    ++checked;
+                }
+    EXPECT_EQ(checked, 10 * 8 * 2 * 3);
 }
 
 TEST_F(DeliverPixelTest, ClassicEntryKeepsItsColourForBrushlessStylesAndIgnoresPixelsOffThePicture) {
@@ -218,22 +238,29 @@ TEST_F(DeliverPixelTest, ClassicEntryKeepsItsColourForBrushlessStylesAndIgnoresP
     const uint32_t red = vb::RGB(250, 0, 0), blue = vb::RGB(0, 0, 250);
     EXPECT_EQ(Classic(red, 4, 3), red) << "solid, full opacity, alpha off: the colour itself";
     BrushWidth = 0;
-    for (uint16_t style : {5, 6}) {
-        App.FillStyle = style;
-        EXPECT_EQ(Classic(blue, 4, 3), red) << "style " << style << " without a brush repeats the last colour";
+    for (FillStyle style : {FillStyle::TileBrush, FillStyle::FitBrush}) {
+        SetStyle(style);
+        EXPECT_EQ(Classic(blue, 4, 3), red) << "style " << int(style) << " without a brush repeats the last colour";
     }
-    App.FillStyle = 1;
+    SetStyle(FillStyle::Horizontal);
     EXPECT_EQ(Classic(blue, 2, 3, 2, 2), vb::RGB(Grad(0, 0, 2), Grad(0, 1, 2), Grad(0, 2, 2)))
         << "X1 = X2 gives step 0 at X1 (step 0 of gradient 2 is fully opaque)";
     EXPECT_EQ(Classic(blue, -1, 400), blue) << "off the picture the colour comes back";
+    // Rubthrough reads the swap layer, and without one of the picture's shape lays the colour on.
+    SetStyle(FillStyle::Colour), SetMode(FillMode::Rubthrough);
+    EXPECT_EQ(Classic(blue, 4, 3), vb::RGB(SwapR(4, 3), SwapG(4, 3), SwapB(4, 3)));
+    SwapR.alloc(W - 1, H);
+    EXPECT_EQ(Classic(blue, 4, 3), blue) << "a swap layer of another size";
+    SwapR.free(), SwapG.free(), SwapB.free();
+    EXPECT_EQ(Classic(blue, 4, 3), blue) << "no swap layer";
 }
 
 TEST_F(DeliverPixelTest, WholeBufferFillAgreesWithThePixelAtATime) {
     // The fill compiles a plain fill without the steps it cannot need; both
     // versions must give what the single-pixel entry gives.
-    for (uint16_t style : {0, 1}) {
+    for (FillStyle style : {FillStyle::Colour, FillStyle::Horizontal}) {
         SetUp();  // the planes afresh
-        App.FillStyle = style;
+        SetStyle(style);
         SetOpacity(131, 131 / 255.0f);
         std::vector<uint32_t> want, got;
         for (int y = 0; y < H; ++y)
@@ -241,7 +268,7 @@ TEST_F(DeliverPixelTest, WholeBufferFillAgreesWithThePixelAtATime) {
         DeliverFill(vb::RGB(40, 150, 230));
         for (int y = 0; y < H; ++y)
             for (int x = 0; x < W; ++x) got.push_back(PixelAt(x, y));
-        EXPECT_EQ(got, want) << "style " << style;
+        EXPECT_EQ(got, want) << "style " << int(style);
     }
 }
 }  // namespace

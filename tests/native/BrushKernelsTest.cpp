@@ -1,7 +1,7 @@
 // The brush kernels: mask building against slow references written from the
 // formulas, ScaleRotate by what turns and scales must do, the fast blend (scalar
-// and vector) and every mode of the general blend with paper, alpha and the
-// smear's scan order.
+// and vector) and every mode of the general blend with paper, alpha, scan order
+// and clipping at every edge.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,10 +10,10 @@
 #include <random>
 #include <vector>
 
-#include "core/framework/MixTables.h"
 #include "native/BrushKernels.h"
 
 using namespace kwbrush;
+using kwmode::PaintMode;
 using Bytes = std::vector<uint8_t>;
 
 namespace {
@@ -51,16 +51,21 @@ TEST(BrushMask, PlotAndTapAveragesFollowTheirFormulas) {
     Bytes pic = RandomBytes(MaskCells, 1);
     uint8_t mask[MaskCells];
     // Picture pixel (u, v) lands at (CInt(o + u s), CInt(o + v s)); a later pixel wins.
-    for (int size : {1, 4, 17, 33, 50, 68}) {
-        float o = (68 - size) / 4.0f, s = size / 68.0f;
+    // The sizes of BuildMask, then positions that run off the display at both
+    // ends, backwards, and nowhere near it.
+    std::vector<std::pair<float, float>> plots;
+    for (int size : {1, 4, 17, 33, 50, 68}) plots.emplace_back((68 - size) / 4.0f, size / 68.0f);
+    plots.insert(plots.end(), {{-3.0f, 1.3f}, {40.0f, -1.2f}, {-50.0f, 0.5f}, {10.0f, 0.0f}});
+    for (auto [o, s] : plots) {
         PlotMask(pic.data(), o, s, mask);
         Bytes want(MaskCells, 255);
         for (int u = 0; u < 38; ++u)
             for (int v = 0; v < 38; ++v) {
                 int x = RoundEven(o + u * s), y = RoundEven(o + v * s);
-                if (x < 38 && y < 38) want[static_cast<size_t>(x + 38 * y)] = pic[static_cast<size_t>(u + 38 * v)];
+                if (x >= 0 && y >= 0 && x < 38 && y < 38)
+                    want[static_cast<size_t>(x + 38 * y)] = pic[static_cast<size_t>(u + 38 * v)];
             }
-        EXPECT_EQ(Bytes(mask, mask + MaskCells), want) << "size " << size;
+        EXPECT_EQ(Bytes(mask, mask + MaskCells), want) << "o " << o << " s " << s;
     }
     // Five taps are the uneven pattern, nine the 3 x 3 block; row and column 37 stay white.
     Bytes work = RandomBytes(WorkSide * WorkSide, 9);
@@ -96,6 +101,28 @@ TEST(BrushMask, AntiAliasedFullSizeKeepsThePictureAndASmallSizeKeepsADot) {
     dot[17 + 17 * 38] = 0;
     BuildMask(dot.data(), 8, AntiAlias::NineTap, mask, work.data());
     EXPECT_LT(*std::min_element(mask, mask + MaskCells), 255);
+}
+
+TEST(BrushMask, StretchKeepsTheDarkestPixelAndClipsToTheWorkGrid) {
+    // Each work pixel keeps the darkest picture pixel of its share of the source;
+    // a stretch that starts off the grid or runs past it keeps only what lands.
+    Bytes pic = RandomBytes(MaskCells, 4), got(WorkSide * WorkSide);
+    const int stretches[][3] = {{36, 0, 108}, {36, 5, 20}, {36, -7, 60}, {30, 90, 40}, {36, -200, 50}, {38, 0, 0}};
+    for (const auto& [srcSide, at, side] : stretches) {
+        StretchPicture(pic.data(), srcSide, at, side, got.data());
+        Bytes want(WorkSide * WorkSide, 255);
+        for (int j = 0; j < side; ++j)
+            for (int i = 0; i < side; ++i) {
+                const int x = at + i, y = at + j;
+                if (x < 0 || y < 0 || x >= WorkSide || y >= WorkSide) continue;
+                int darkest = 255;
+                for (int v = j * srcSide / side; v < std::max((j + 1) * srcSide / side, j * srcSide / side + 1); ++v)
+                    for (int u = i * srcSide / side; u < std::max((i + 1) * srcSide / side, i * srcSide / side + 1); ++u)
+                        darkest = std::min<int>(darkest, pic[static_cast<size_t>(u + 38 * v)]);
+                want[static_cast<size_t>(x + y * WorkSide)] = static_cast<uint8_t>(darkest);
+            }
+        ASSERT_EQ(got, want) << srcSide << " at " << at << " side " << side;
+    }
 }
 
 namespace {
@@ -208,13 +235,13 @@ TEST(DabFast, ScalarVectorAndFormulaAgreeAtEveryClip) {
 
 namespace {
 // The general case, one pixel at a time, straight from the table of modes.
-void ReferenceGeneral(Pic& p, const uint8_t* mask, const DabBox& box, DabSettings& s) {
-    int n = s.negative ? 255 : 0;
+int ReferenceGeneral(Pic& p, const uint8_t* mask, const DabBox& box, const DabSettings& s) {
+    int n = s.negative ? 255 : 0, opacity = s.opacity;
     for (int j = 0; j <= box.row1 - box.row0; ++j) {
         int y = s.reverseRows ? box.row1 - j : box.row0 + j;
         for (int i = 0; i <= box.col1 - box.col0; ++i) {
             int x = s.reverseCols ? box.col1 - i : box.col0 + i;
-            if (x < 0 || y < 0 || x > p.W || y > p.H) continue;
+            if (x < 0 || y < 0 || x > p.W || y > p.H || box.maskStart + i > 37 || box.maskStart + j > 37) continue;
             int m = mask[box.maskStart + i + 38 * (box.maskStart + j)];
             if (m > 254) continue;
             size_t at = static_cast<size_t>(y) * p.stride + static_cast<size_t>(x);
@@ -226,7 +253,7 @@ void ReferenceGeneral(Pic& p, const uint8_t* mask, const DabBox& box, DabSetting
             }
             if (s.dry && s.paperW) {
                 int h = s.paperB[static_cast<size_t>(x % s.paperW) + (y % s.paperH) * s.paperStride];
-                s.opacity = std::max(0, RoundEven(s.baseOpacity - std::abs(n - h) * s.strength));
+                opacity = std::max(0, RoundEven(s.baseOpacity - std::abs(n - h) * s.strength));
             }
             const Bytes* plane[3] = {&p.r, &p.g, &p.b};
             const uint8_t* swap[3] = {s.sr, s.sg, s.sb};
@@ -234,24 +261,33 @@ void ReferenceGeneral(Pic& p, const uint8_t* mask, const DabBox& box, DabSetting
             for (int k = 0; k < 3; ++k) {
                 auto blendFrom = [&](int src) { return RoundEven(old[k] * w + (1 - w) * src); };
                 switch (s.mode) {
-                    case 0: nw[k] = RoundEven(old[k] * w + a * c[k]); break;
-                    case 1: case 2: case 9: case 10: case 11: nw[k] = s.table[old[k] + 256 * RoundEven(a * c[k])]; break;
-                    case 3: nw[k] = std::max(0, RoundEven(old[k] * w + (old[k] * c[k]) * (1 - w))); break;
-                    case 4: nw[k] = blendFrom(swap[k][at]); break;
-                    case 5: case 6: {
-                        int sx = s.mode == 5 ? x - s.pantoX : RoundEven(x - s.smearDX);
-                        int sy = s.mode == 5 ? y - s.pantoY : RoundEven(y - s.smearDY);
+                    case PaintMode::Default: nw[k] = RoundEven(old[k] * w + a * c[k]); break;
+                    case PaintMode::Additive:
+                    case PaintMode::Subtract:
+                    case PaintMode::Divide:
+                    case PaintMode::Screen:
+                    case PaintMode::AroundGrey: nw[k] = s.table[old[k] + 256 * RoundEven(a * c[k])]; break;
+                    case PaintMode::Multiply:
+                        nw[k] = std::max(0, RoundEven(old[k] * w + (old[k] * c[k]) * (1 - w)));
+                        break;
+                    case PaintMode::Rubthrough: nw[k] = blendFrom(swap[k][at]); break;
+                    case PaintMode::Panto:
+                    case PaintMode::Smear: {
+                        const bool panto = s.mode == PaintMode::Panto;
+                        int sx = panto ? x - s.pantoX : RoundEven(x - s.smearDX);
+                        int sy = panto ? y - s.pantoY : RoundEven(y - s.smearDY);
                         bool in = sx >= 0 && sy >= 0 && sx <= p.W - 1 && sy <= p.H - 1;
                         nw[k] = in ? blendFrom((*plane[k])[static_cast<size_t>(sy) * p.stride + sx]) : old[k];
                         break;
                     }
-                    default: {
-                        int u = (x + (s.mode == 8 ? s.patX : 0)) % s.brushW, v = (y + (s.mode == 8 ? s.patY : 0)) % s.brushH;
+                    default: {  // the patterns
+                        const bool offset = s.mode == PaintMode::OffsetPattern;
+                        int u = (x + (offset ? s.patX : 0)) % s.brushW, v = (y + (offset ? s.patY : 0)) % s.brushH;
                         nw[k] = blendFrom(brush[k][static_cast<size_t>(v) * s.brushStride + u]);
                     }
                 }
             }
-            int o = s.opacity, e = p.a[at] | s.alphaOff;
+            int o = opacity, e = p.a[at] | s.alphaOff;
             uint8_t* dst[3] = {&p.r[at], &p.g[at], &p.b[at]};
             for (int k = 0; k < 3; ++k) {
                 int v = (nw[k] * o + old[k] * (255 - o)) / 255;
@@ -259,25 +295,37 @@ void ReferenceGeneral(Pic& p, const uint8_t* mask, const DabBox& box, DabSetting
             }
         }
     }
+    return opacity;
+}
+
+// A table whose every entry differs from its mirror, so that swapped indices show.
+Bytes SkewTable(uint32_t seed) {
+    Bytes t = RandomBytes(65536, seed);
+    for (size_t i = 0; i < 256; ++i)
+        for (size_t j = 0; j < i; ++j)
+            if (t[i + 256 * j] == t[j + 256 * i]) t[i + 256 * j] ^= 1;
+    return t;
 }
 }  // namespace
 
-TEST(DabGeneral, EveryModeMatchesItsFormulaWithPaperAlphaAndScanOrder) {
+TEST(DabGeneral, EveryModeMatchesItsFormulaWithPaperAlphaScanOrderAndClip) {
     Bytes mask = TestMask(6), paperB = RandomBytes(8 * 6, 99);
     Bytes br = RandomBytes(6 * 5, 50), bg = RandomBytes(6 * 5, 51), bb = RandomBytes(6 * 5, 52);
     std::vector<float> paperF;
     std::mt19937 g(7);
     std::uniform_real_distribution<float> d(-0.4f, 0.4f);
     for (size_t i = 0; i < paperB.size(); ++i) paperF.push_back(d(g));
-    const uint8_t* tables[12] = {nullptr, MixAdd, MixSub, nullptr, nullptr, nullptr,
-                                 nullptr, nullptr, nullptr, MixDiv, MixScreen, MixAroundGrey};
+    const Bytes table = SkewTable(8);
+    // Dab centres and radii: off the left edge, off the top, over the extra column
+    // and row, and a small dab that reads the middle of the mask.
+    const int dabs[][3] = {{-5, 30, 17}, {20, 3, 17}, {58, 30, 17}, {30, 38, 6}};
     int n = 0;
     for (int mode = 0; mode < 12; ++mode)
         for (int flags = 0; flags < 16; ++flags)
-            for (int cx : {-5, 20, 58}) {
+            for (const auto& [cx, cy, r] : dabs) {
                 DabSettings s;
-                s.mode = mode;
-                s.table = tables[mode];
+                s.mode = static_cast<PaintMode>(mode);
+                s.table = kwmode::BlendOf(s.mode) != kwmode::Blend::Normal ? table.data() : nullptr;
                 s.cR = 230 / 256.0f, s.cG = 12 / 256.0f, s.cB = 128 / 256.0f;
                 s.baseOpacity = s.opacity = (n % 2) ? 255 : 200;  // full opacity has a path of its own
                 s.bump = flags & 1, s.dry = flags & 2, s.negative = flags & 4;
@@ -286,21 +334,53 @@ TEST(DabGeneral, EveryModeMatchesItsFormulaWithPaperAlphaAndScanOrder) {
                 s.paperF = paperF.data(), s.paperB = paperB.data(), s.paperStride = 8, s.paperW = 7, s.paperH = 5;
                 s.alphaOff = (n % 3 == 0) ? 255 : 0;  // random alpha: 0 leaves a pixel, 255 paints it
                 s.pantoX = n % 2 ? 9 : -9, s.pantoY = -4;  // sources off the canvas keep the old pixel
-                // Smear reads pixels the dab already wrote unless it scans against the stroke.
+                // Smear reads pixels the dab already wrote unless it scans against the stroke;
+                // in every mode the scan decides which drybrush opacity is left last.
                 s.smearDX = 1.5f, s.smearDY = -2.5f;
-                s.reverseRows = mode == ModeSmear && (flags & 8);
-                s.reverseCols = mode == ModeSmear && (flags & 1);
+                s.reverseRows = flags & 8;
+                s.reverseCols = (flags ^ (flags >> 3)) & 1;  // each of the four scans
                 s.br = br.data(), s.bg = bg.data(), s.bb = bb.data();
                 s.brushStride = 6, s.brushW = 5, s.brushH = 4, s.patX = 3, s.patY = 2;
-                DabBox box{cx - 17, cx + 17, 30 - 17, 30 + 17, 0};
+                DabBox box{cx - r, cx + r, cy - r, cy + r, 17 - r};
                 Pic got(60, 40, 300 + n), want(60, 40, 300 + n);
                 DabSettings sg = s, sw = s;
                 sg.sr = got.sr.data(), sg.sg = got.sg.data(), sg.sb = got.sb.data();
                 sw.sr = want.sr.data(), sw.sg = want.sg.data(), sw.sb = want.sb.data();
-                DabGeneral(got.target(), mask.data(), box, sg);
-                ReferenceGeneral(want, mask.data(), box, sw);
-                ASSERT_TRUE(got == want) << "mode " << mode << " flags " << flags << " at " << cx;
-                EXPECT_EQ(sg.opacity, sw.opacity) << "the last drybrush opacity is kept";
+                const int left = DabGeneral(got.target(), mask.data(), box, sg);
+                const int wantLeft = ReferenceGeneral(want, mask.data(), box, sw);
+                ASSERT_TRUE(got == want) << "mode " << mode << " flags " << flags << " at " << cx << "," << cy;
+                EXPECT_EQ(left, wantLeft) << "the drybrush opacity left: mode " << mode << " flags " << flags;
                 ++n;
             }
+    // A table mode without its table, and a mode number past the last, leave the picture alone.
+    for (PaintMode mode : {PaintMode::Additive, static_cast<PaintMode>(12)}) {
+        DabSettings s;
+        s.mode = mode;
+        s.opacity = 77;
+        Pic got(20, 20, 5), same(20, 20, 5);
+        EXPECT_EQ(DabGeneral(got.target(), mask.data(), DabBox{0, 34, 0, 34, 0}, s), 77);
+        EXPECT_TRUE(got == same) << static_cast<int>(mode);
+    }
+}
+
+TEST(DabGeneral, ADabWhollyOffThePictureOrTheMaskTouchesNothing) {
+    Bytes mask(MaskCells, 0);
+    DabSettings s;
+    s.cR = s.cG = s.cB = 0.5f;
+    const DabBox boxes[] = {
+        {-40, -6, 0, 34, 0},       // left of the picture
+        {61, 95, 0, 34, 0},        // right of the extra column
+        {0, 34, 41, 75, 0},        // below the extra row
+        {0, 34, 0, 34, 38},        // a mask start past the mask
+        {0, 34, 0, 34, -1},        // a mask start before it
+        {10, 5, 0, 34, 0},         // an inverted box
+    };
+    for (bool reverse : {false, true})
+        for (const DabBox& box : boxes) {
+            s.reverseRows = s.reverseCols = reverse;
+            Pic got(60, 40, 1), same(60, 40, 1);
+            (void)DabGeneral(got.target(), mask.data(), box, s);
+            DabFast(got.target(), mask.data(), box, 9, 9, 9, 255);
+            EXPECT_TRUE(got == same) << box.col0 << "," << box.row0 << " mask " << box.maskStart;
+        }
 }
