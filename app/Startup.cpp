@@ -32,21 +32,12 @@ namespace Form2 {
 void Form_Initialize() {
     // State defaults and the start directory.
     App.SwapShown = 0;
-    App.PickerDragValue = 255;
     App.AlphaOff = 255;
     // The brush palette and the first brush.
     StartupBrushes();
-    // Colour picker marks, gradient and fill defaults, warp strength, tab colours.
-    App.PickerRedMark = 255;
-    App.PickerGreenMark = 65280;
-    App.PickerBlueMark = 16711680;
+    // Gradient and fill defaults.
     App.GradientIndex = 0;
     App.FillStyle = 0;
-    App.WarpStrength = 1.0;
-    App.TabColors[0] = 0xE0E0E0;
-    App.TabColors[1] = 0x808080;
-    App.TabColors[2] = 0xE0E0E0;
-    App.TabColors[3] = 0xFFFFFF;
     // Progress over the frame.
     ShowStatus("Initializing...");
     Bar(5);
@@ -70,7 +61,6 @@ void Form_Initialize() {
     Show(CanvasSize::form, true);
     // The first document.
     App.ZoomPercent = 100;
-    App.LastStrokeX = App.LastStrokeY = -1.0f;
     CreateNewDocument(false);
     DemensionRefreshBuff();
     RedisplayWindow();
@@ -104,14 +94,6 @@ Rows AllRows() {
     return rows;
 }
 
-// The panels whose keys go to the canvas's key procedures.
-void ForwardKeys(const std::vector<Form*>& forms) {
-    for (Form* f : forms) {
-        f->KeyPress = [](int16_t& k) { Form1::Form_KeyPress(k); };
-        f->KeyDown = [](int16_t& k, int16_t s) { Form1::Form_KeyDown(k, s); };
-        f->KeyUp = [](int16_t& k, int16_t s) { Form1::Form_KeyUp(k, s); };
-    }
-}
 }  // namespace
 
 void Compose() {
@@ -121,7 +103,6 @@ void Compose() {
     ConnectHooks();
     const Rows rows = AllRows();
     Commands().install(rows);
-    ForwardKeys(rows.keyForms);
     SetDefaultWells();  // the wells have colours before any well file is read
 }
 

@@ -26,6 +26,5 @@ Rows BrushRows() {
     Rows rows;
     rows.keys = {OnPress(KeyChar::Escape, ClearAllGads), OnPress('o', ShowBrushOptions)};
     rows.controls = BrushControls();
-    rows.keyForms = {&BrushOptions::form};
     return rows;
 }

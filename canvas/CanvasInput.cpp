@@ -78,14 +78,12 @@ void CtrlDrag(float X, float Y) {
 void BeginStroke(float X, float Y) {
     App.MarqueeWasOn = Form1::Timer1.TimerEnabled ? 255 : 0;
     Form1::Timer1.TimerEnabled = false;
-    App.StrokeX = Round16(X);
-    App.StrokeY = Round16(Y);
     MarqueeAtDown = App.MarqueeWasOn;
     PatOrgX = Round16(X / Zoom());
     PatOrgY = Round16(Y / Zoom());
 }
 
-// A shift-click sets the clone source; in panto a cross marks it until the release.
+// A shift-click in panto marks the clone source with a cross until the release.
 void CloneSourceClick(int16_t Button, float X, float Y) {
     PantoClick = 0;
     if (Button == MouseButton::None) return;
@@ -95,15 +93,11 @@ void CloneSourceClick(int16_t Button, float X, float Y) {
         Form1::CloneCross.Top = Round16(Y);
         Form1::CloneCross.Visible = true;
     }
-    App.CloneSourceX = Round16(X - BrushWidth / 2.0f);
-    App.CloneSourceY = Round16(Y - BrushHeight / 2.0f);
 }
 
 // The release of a panto shift-click: the clone offset, and the cross goes.
 void CloneOffsetRelease(int16_t Button, float X, float Y) {
     if (Button == MouseButton::Left && PantoClick == 255) {
-        App.CloneDestX = Round16(X - BrushWidth / 2.0f);
-        App.CloneDestY = Round16(Y - BrushHeight / 2.0f);
         PantoX = static_cast<int16_t>(Round16(X / Zoom()) - PatOrgX);
         PantoY = static_cast<int16_t>(Round16(Y / Zoom()) - PatOrgY);
         Form1::CloneCross.Visible = false;
@@ -122,7 +116,6 @@ void Form_MouseDown(int16_t Button, int16_t Shift, float X, float Y) {
         SaveUndo();
         return;
     }
-    App.MouseButton = Button;
     App.BrushFlow = static_cast<float>(Form2::HScroll4.Value);
     if (App.WaitingForClick == 255) return;
     if (!host().CanvasIsActive()) return;
@@ -165,7 +158,6 @@ void Form_MouseMove(int16_t Button, int16_t Shift, float X, float Y) {
 
 void Form_MouseUp(int16_t Button, int16_t Shift, float X, float Y) {
     if (ButtonCombination(Button)) return;
-    App.MouseButton = Button;
     // A ctrl drag ends here.
     if (Shift == ShiftState::Ctrl) {
         RedisplayWindow();
@@ -178,7 +170,6 @@ void Form_MouseUp(int16_t Button, int16_t Shift, float X, float Y) {
     }
     if (App.LockCount > 0) return;
     // The stroke is over.
-    App.LastStrokeX = App.LastStrokeY = -1.0f;
     StepCounter = 0;
     Form2::Picture27_Paint();
     if (const ToolRow* tool = Commands().toolDown(); tool && tool->up) tool->up(Button, Shift, X, Y);

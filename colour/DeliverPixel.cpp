@@ -189,15 +189,3 @@ void TurkeyColor(int32_t X, int32_t Y, int32_t& R, int32_t& G, int32_t& B) {
     B = vb::CLng(sb / n);
 }
 
-namespace {
-void ReadAt(const Plane& p, int16_t x, int16_t y, uint8_t& out) {
-    out = p.inBounds(x, y) && x < BufferWidth() && y < BufferHeight() ? p(x, y) : 0;
-}
-}  // namespace
-
-void AlphaRPixel(int16_t& x, int16_t& y, uint8_t& out) { ReadAt(BufR, x, y, out); }
-void AlphaGPixel(int16_t& x, int16_t& y, uint8_t& out) { ReadAt(BufG, x, y, out); }
-void AlphaBPixel(int16_t& x, int16_t& y, uint8_t& out) { ReadAt(BufB, x, y, out); }
-void uAlphaRPixel(int16_t& x, int16_t& y, uint8_t& out) { ReadAt(UndoR, x, y, out); }
-void uAlphaGPixel(int16_t& x, int16_t& y, uint8_t& out) { ReadAt(UndoG, x, y, out); }
-void uAlphaBPixel(int16_t& x, int16_t& y, uint8_t& out) { ReadAt(UndoB, x, y, out); }

@@ -67,13 +67,6 @@ void DeliverPixel(int32_t& Colour, int16_t& X, int16_t& Y, int16_t& X1, int16_t&
 
 // The colour under the baster, 1, 9 or 25 pixels by the checked entry of TBaster.
 void TurkeyColor(int32_t X, int32_t Y, int32_t& R, int32_t& G, int32_t& B);
-// Single pixel readers of the main and the undo planes: 0 outside the picture.
-void AlphaRPixel(int16_t& x, int16_t& y, uint8_t& out);
-void AlphaGPixel(int16_t& x, int16_t& y, uint8_t& out);
-void AlphaBPixel(int16_t& x, int16_t& y, uint8_t& out);
-void uAlphaRPixel(int16_t& x, int16_t& y, uint8_t& out);
-void uAlphaGPixel(int16_t& x, int16_t& y, uint8_t& out);
-void uAlphaBPixel(int16_t& x, int16_t& y, uint8_t& out);
 
 // The whole-buffer fill, key q.
 void Buffer_Fill_Click();

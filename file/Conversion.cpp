@@ -257,5 +257,4 @@ void ConvertFromTarga(const std::string& target, const std::string& source, cons
 }
 
 void FinishPendingConversions() { Reap(true); }
-void CheckPendingConversions() { Reap(false); }
 int PendingConversionCount() { return static_cast<int>(Pending().size()); }

@@ -26,6 +26,4 @@ void ConvertFromTarga(const std::string& target, const std::string& source, cons
 
 // Waits for the conversions still running and reports those that failed.
 void FinishPendingConversions();
-// Reports the conversions that ended since the last look, without waiting.
-void CheckPendingConversions();
 int PendingConversionCount();

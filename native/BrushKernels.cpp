@@ -298,14 +298,14 @@ int GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, cons
         const size_t paperRow = paper ? static_cast<size_t>(y % s.paperH) * s.paperStride : 0;
         for (int i = cols.lo; i <= cols.hi; ++i) {
             const int x = s.reverseCols ? box.col1 - i : box.col0 + i;
-            // 1, 2. A mask value of 255 ends the work of a pixel at once.
+            // A mask value of 255 ends the work of a pixel at once.
             const int m = mrow[i];
             if (m > 254) continue;
             const size_t at = rowAt + static_cast<size_t>(x);
             const int oldR = t.r[at], oldG = t.g[at], oldB = t.b[at];
             const int a = 255 - m;
             const float w = kWeights.w[m];
-            // 3. Bumpiness: the paper's slope lifts or lowers the colour.
+            // Bumpiness: the paper's slope lifts or lowers the colour.
             float cr = s.cR, cg = s.cG, cb = s.cB;
             size_t pi = 0;
             if (bump || dry) pi = paperRow + static_cast<size_t>(x % s.paperW);
@@ -315,13 +315,13 @@ int GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, cons
                 cg = std::clamp(cg + q, 0.0f, 1.0f);
                 cb = std::clamp(cb + q, 0.0f, 1.0f);
             }
-            // 4. Drybrush: the paper's height takes opacity away.
+            // Drybrush: the paper's height takes opacity away.
             if (dry) {
                 const float lost = static_cast<float>(std::abs(n - s.paperB[pi])) * s.strength;
                 const int o = RoundF(static_cast<float>(s.baseOpacity) - lost);
                 opacity = o < 0 ? 0 : o;
             }
-            // 5. The mode.
+            // The painting mode.
             int nr = oldR, ng = oldG, nb = oldB;
             if constexpr (Mode == PaintMode::Default) {
                 nr = RoundF(static_cast<float>(oldR) * w + static_cast<float>(a) * cr);
@@ -370,19 +370,18 @@ int GeneralRows(const DabTarget& t, const uint8_t* mask, const DabBox& box, cons
             nr = Clamp255(nr);
             ng = Clamp255(ng);
             nb = Clamp255(nb);
-            // 6. Opacity.
+            // Opacity.
             const int o = opacity, io = 255 - o;
             nr = (nr * o + oldR * io) / 255;
             ng = (ng * o + oldG * io) / 255;
             nb = (nb * o + oldB * io) / 255;
-            // 7. The alpha plane, unless AlphaOff lets everything through.
+            // The alpha plane, unless AlphaOff lets everything through.
             const int e = t.a[at] | s.alphaOff;
             if (e < 255) {
                 nr = (oldR * (255 - e) + nr * e) / 255;
                 ng = (oldG * (255 - e) + ng * e) / 255;
                 nb = (oldB * (255 - e) + nb * e) / 255;
             }
-            // 8.
             t.r[at] = static_cast<uint8_t>(nr);
             t.g[at] = static_cast<uint8_t>(ng);
             t.b[at] = static_cast<uint8_t>(nb);

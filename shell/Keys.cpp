@@ -74,7 +74,6 @@ bool KeyForwarder::eventFilter(QObject* watched, QEvent* event) {
         // Return activates a dialog's default button rather than reaching the canvas.
         if (ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter) return false;
         Guarded([&] {
-            Form1::Form_KeyDown(code, shift);
             int16_t ascii = static_cast<int16_t>(KeyAsciiOf(ke->key(), ke->modifiers(), ke->text()));
             if (ascii) Form1::Form_KeyPress(ascii);
         });

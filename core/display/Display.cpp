@@ -198,7 +198,6 @@ void ResizeWindow() {
 }
 
 void Refresh_Click() {
-    App.LastLineX = -1;
     RedisplayWindow();
 }
 

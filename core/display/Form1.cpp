@@ -23,9 +23,6 @@ struct Wiring {
     Wiring() {
         form.Load = Form_Load;
         form.Resize = Form_Resize;
-        form.KeyPress = Form_KeyPress;
-        form.KeyDown = Form_KeyDown;
-        form.KeyUp = Form_KeyUp;
         for (Shape* s : {&Brush_bounds, &Shape1, &CloneCross}) s->Visible.setQuietly(false);
     }
 } wiring;
@@ -33,7 +30,6 @@ struct Wiring {
 
 void Form_Load() {
     App.ZoomPercent = 100;
-    App.LastStrokeX = App.LastStrokeY = -1.0f;
 }
 
 void Form_Resize() { ResizeWindow(); }
@@ -56,11 +52,8 @@ void ViewportChanged() {
     RedisplayWindow();
 }
 
-void Form_KeyDown(int16_t& keyCode, int16_t /*shift*/) { App.KeyDownCode = keyCode; }
-
 // Keys are compared with the installed key rows one after another, in table order.
 void Form_KeyUp(int16_t& keyCode, int16_t shift) {
-    App.KeyDownCode = 0;
     Commands().keyUp(keyCode, shift);
 }
 

@@ -95,15 +95,6 @@ void InstallUndoRing(UndoRingSet&& set) {
     UndoLast = set.last;
 }
 
-int16_t AllocUndoArray(int32_t megs) {
-    UndoRingR.free();
-    UndoRingG.free();
-    UndoRingB.free();
-    UndoRingA.free();
-    InstallUndoRing(MakeUndoRing(megs, BufferWidth(), BufferHeight(), 32766));
-    return UndoLast;
-}
-
 void GetCurrentState() {
     CurState.swapShown = App.SwapShown;
     CurState.alphaOn = AlphaOn() ? 255 : 0;

@@ -16,7 +16,6 @@ extern UndoSlotState CurState;
 // The slot count the budget allows for a W x H picture, less one; at least 1
 // (two slots) and never more than 16-bit indices can walk.
 int16_t UndoSlotsForBudget(int32_t megs, double w, double h);
-int16_t AllocUndoArray(int32_t megs);
 void SaveUndo();
 void RepaintUndo();
 void Redo();

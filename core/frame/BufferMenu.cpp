@@ -74,7 +74,6 @@ void New_Click() {
     if (Form1::form.Visible) Hide(Form1::form);
     Show(CanvasSize::form, true);
     App.ZoomPercent = 100;
-    App.LastStrokeX = App.LastStrokeY = -1.0f;
     // Cancel restores the old size text, and the buffer is cleared all the same.
     if (!CreateNewDocument(false) && !Form1::form.Visible) Show(Form1::form);
     DemensionRefreshBuff();

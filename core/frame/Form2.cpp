@@ -101,8 +101,8 @@ PictureBox& StockBrush(int i) { return *StockBrushes.at(static_cast<size_t>(i));
 namespace {
 struct Wiring {
     Wiring() {
-        // The tips of the tools still to come; a tool's row brings its own tip and
-        // shows its button.
+        // The tips of the tool buttons that have no row; a tool's row brings its
+        // own tip and shows its button.
         const std::pair<OptionButton*, const char*> tools[] = {
             {&Option2, "Upper left, unfilled rectangle.  Lower right, filled rectangle.  Right click for settings.  Keyboard r/R"},
             {&Option3, "Upper left, unfilled ellipse.  Lower right, filled ellipse.  Right click for settings"},
@@ -170,8 +170,6 @@ struct Wiring {
 } wiring;
 }  // namespace
 
-uint32_t PrimaryColour() { return Shape4.FillColor; }
-
 void Combo4_Click() {
     // The text is compared, not the position: the stored number is not the list position.
     std::string t = Combo4.Text();
@@ -187,7 +185,6 @@ uint32_t SecondaryColour() { return Shape1.FillColor; }
 void HScroll1_Change() { Shape4.FillColor = vb::RGB(HScroll1.Value, hscroll2.Value, hscroll3.Value); }
 
 void Command1_Click() {
-    App.LastLineX = -1;
     SaveUndo();
     int w = std::min(BufferWidth(), BufR.ubX()), h = std::min(BufferHeight(), BufR.ubY());
     uint32_t c = Shape1.FillColor;

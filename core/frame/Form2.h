@@ -55,7 +55,6 @@ void Picture27_Paint();
 // Listens to the display: the preview and the info box follow each redisplay.
 void AfterRedisplay();
 void HScroll1_Change();
-uint32_t PrimaryColour();
 uint32_t SecondaryColour();
 }  // namespace Form2
 

@@ -1,6 +1,6 @@
 // The core's rows: the frame's menu entries and popups whose commands live in
 // core, the keys of undo, the buffers, the alpha, the size, the painting modes,
-// the opacity and the step, and the panels whose keys reach the canvas.
+// the opacity and the step.
 #include "core/frame/FrameRows.h"
 
 #include "core/display/Display.h"
@@ -106,6 +106,5 @@ Rows FrameRows() {
     rows.menus = FrameMenus();
     for (MenuRow& r : PopupMenus()) rows.menus.push_back(std::move(r));
     rows.keys = FrameKeys();
-    rows.keyForms = {&MDIForm1::form, &KeyboardHelp::form};
     return rows;
 }

@@ -10,7 +10,6 @@ Rows& Rows::operator+=(const Rows& more) {
     keys.insert(keys.end(), more.keys.begin(), more.keys.end());
     tools.insert(tools.end(), more.tools.begin(), more.tools.end());
     controls.insert(controls.end(), more.controls.begin(), more.controls.end());
-    keyForms.insert(keyForms.end(), more.keyForms.begin(), more.keyForms.end());
     return *this;
 }
 
@@ -102,7 +101,6 @@ void CommandTable::install(const Rows& rows) {
     for (const KeyRow& r : rows.keys) installKey(r);
     for (const ControlRow& r : rows.controls) installControl(r);
     installTools(rows.tools);
-    rows_.keyForms.insert(rows_.keyForms.end(), rows.keyForms.begin(), rows.keyForms.end());
 }
 
 const ToolRow* CommandTable::toolOf(const OptionButton& button) const {

@@ -61,13 +61,12 @@ struct ControlRow {
 inline ControlRow OnEvent(Control& c, ControlEvent e, Command procedure) { return {&c, e, std::move(procedure), {}}; }
 inline ControlRow OnMouse(Control& c, ControlEvent e, MouseProcedure mouse) { return {&c, e, {}, std::move(mouse)}; }
 
-// What one folder contributes. keyForms are its panels whose keys go to the canvas.
+// What one folder contributes.
 struct Rows {
     std::vector<MenuRow> menus;
     std::vector<KeyRow> keys;
     std::vector<ToolRow> tools;
     std::vector<ControlRow> controls;
-    std::vector<Form*> keyForms;
     Rows& operator+=(const Rows& more);
 };
 

@@ -240,9 +240,6 @@ struct Form : PropOwner {
     bool Modal = false;
     std::vector<Control*> controls;
     std::function<void()> Load, Unload, Paint, Resize, Activate, Deactivate, Click, DblClick;
-    // Keys: panels forward these to the canvas.
-    std::function<void(int16_t& keyAscii)> KeyPress;
-    std::function<void(int16_t& keyCode, int16_t shift)> KeyDown, KeyUp;
     std::function<void()> viewHook;
 
     void propertyChanged(const void*) override {

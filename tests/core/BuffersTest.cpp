@@ -135,7 +135,7 @@ TEST_F(BuffersTest, ClearUsesTheSecondaryColourAndIgnoresAlpha) {
     App.AlphaOff = 0;
     SwapR(0, 0) = 44;
     Form2::Shape1.FillColor = vb::RGB(200, 100, 50);
-    Form1::form.KeyPress(*std::make_unique<int16_t>('K'));
+    Form1::Form_KeyPress(*std::make_unique<int16_t>('K'));
     EXPECT_EQ(BufR(2, 2), 200);
     EXPECT_EQ(BufB(4, 4), 50);
     EXPECT_EQ(SwapR(0, 0), 44);
