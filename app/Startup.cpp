@@ -41,7 +41,7 @@ void Form_Initialize() {
     App.PickerGreenMark = 65280;
     App.PickerBlueMark = 16711680;
     App.GradientIndex = 0;
-    App.FillStyle = 0;
+    App.FillStyle = kwmode::FillStyle::Colour;
     App.WarpStrength = 1.0;
     App.TabColors[0] = 0xE0E0E0;
     App.TabColors[1] = 0x808080;

@@ -1,5 +1,6 @@
 // Settings, boxes, the progress bar, small panels and the keys of the canvas.
 #include "core/framework/Boxes.h"
+#include "core/framework/Codes.h"
 #include "core/display/Form1.h"
 #include "core/frame/Nav.h"
 #include "core/frame/FatBits.h"
@@ -153,9 +154,9 @@ TEST_F(ShellLogicTest, KeysReachTheirCommandsFromAnyPanel) {
     Form1::Form_KeyPress(k);
     EXPECT_TRUE(MDIForm1::AlphaEnable.Checked);
     int16_t code = 65;
-    Form1::Form_KeyDown(code, 0);
+    Form1::Form_KeyDown(code, ShiftState::None);
     EXPECT_EQ(App.KeyDownCode, 65);
-    Form1::Form_KeyUp(code, 0);
+    Form1::Form_KeyUp(code, ShiftState::None);
     EXPECT_EQ(App.KeyDownCode, 0);
 }
 
