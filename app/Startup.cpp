@@ -37,7 +37,7 @@ void Form_Initialize() {
     StartupBrushes();
     // Gradient and fill defaults.
     App.GradientIndex = 0;
-    App.FillStyle = 0;
+    App.FillStyle = kwmode::FillStyle::Colour;
     // Progress over the frame.
     ShowStatus("Initializing...");
     Bar(5);

@@ -53,8 +53,8 @@ void Prepare() {
 // One fill setting of the panels: solid default, or the horizontal gradient
 // with colour noise and paper (bumpiness and drybrush).
 void Settings(bool fancy) {
-    App.FillStyle = static_cast<uint16_t>(fancy ? kwmode::FillStyle::Horizontal : kwmode::FillStyle::Colour);
-    App.FillMode = static_cast<uint8_t>(kwmode::FillMode::Default);
+    App.FillStyle = fancy ? kwmode::FillStyle::Horizontal : kwmode::FillStyle::Colour;
+    App.FillMode = kwmode::FillMode::Default;
     App.NoiseAmount = fancy ? 40 : 0;
     App.NoiseMode = fancy ? 1 : 0;
     Form2::Check1.Value = fancy ? 1 : 0;

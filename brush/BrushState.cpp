@@ -27,7 +27,7 @@ int32_t PaintR = 0, PaintG = 0, PaintB = 0;
 int32_t DabR = 0, DabG = 0, DabB = 0;
 int32_t PickR = 0, PickG = 0, PickB = 0;
 int16_t BrushOpacity = 255;
-uint8_t BrushMode = 0;
+kwmode::PaintMode BrushMode = kwmode::PaintMode::Default;
 int16_t PantoX = 0, PantoY = 0, PatOrgX = 0, PatOrgY = 0;
 uint8_t StrokeRefreshOff = 0, MarqueeAtDown = 0;
 std::function<void(int16_t button, float x, float y)> CustomBlit;

@@ -25,7 +25,7 @@ extern int32_t PaintR, PaintG, PaintB;  // primary colour
 extern int32_t DabR, DabG, DabB;        // the current dab's colour
 extern int32_t PickR, PickG, PickB;     // colour picked up for bleed; kept between calls
 extern int16_t BrushOpacity;
-extern uint8_t BrushMode;
+extern kwmode::PaintMode BrushMode;  // App.PaintMode at the segment's start
 extern int16_t PantoX, PantoY;    // clone offset of panto
 extern int16_t PatOrgX, PatOrgY;  // the stroke's origin
 extern uint8_t StrokeRefreshOff;  // 255: scripted strokes skip the per-segment screen refresh

@@ -15,6 +15,7 @@
 #include "core/document/Buffers.h"
 #include "core/display/Display.h"
 #include "core/frame/Form2.h"
+#include "core/framework/Codes.h"
 #include "core/framework/MixTables.h"
 #include "core/framework/vb.h"
 #include "native/ColourSpace.h"
@@ -134,7 +135,7 @@ bool SamePlaneShape(const A& a, const B& b) {
 // What the general case reads that does not change from dab to dab.
 kwbrush::DabSettings SegmentSettings() {
     kwbrush::DabSettings s;
-    s.mode = static_cast<kwmode::PaintMode>(BrushMode);
+    s.mode = BrushMode;
     s.table = ModeTable(s.mode);
     s.bump = BumpinessOn != 0;
     s.dry = DrybrushOn != 0;
@@ -274,7 +275,7 @@ std::pair<int, int> JitterPosition(const Panels& p) {
 // the brush keeps what is left until it is placed again.
 void Dryout(DabRun& run) {
     const float dry = run.p[BO::Dryout];
-    if (run.button != 1 || !(dry > 0)) return;
+    if (run.button != MouseButton::Left || !(dry > 0)) return;
     App.BrushFlow = static_cast<float>(std::clamp((1 - dry / 384.0) * App.BrushFlow, 0.0, 255.0));
     BrushOpacity = CInt(App.BrushFlow);
     run.base = BrushOpacity;
@@ -288,7 +289,7 @@ void PaintDab(DabRun& run, float px, float py) {
     JitterColour(run.p);
     Dryout(run);
     Bleed(run.p);
-    if (run.button == 2) {
+    if (run.button == MouseButton::Right) {
         DabR = vb::RedOf(run.secondary);
         DabG = vb::GreenOf(run.secondary);
         DabB = vb::BlueOf(run.secondary);
@@ -330,8 +331,8 @@ void Form_Draw(int16_t& Button, int16_t& Shift, float& X, float& Y) {
     X = X / z;
     Y = Y / z;
     const float x = Hold16(X), y = Hold16(Y);
-    if (Button == 0) PlaceBrush(x, y);
-    if (Button != 1 && Button != 2) return;
+    if (Button == MouseButton::None) PlaceBrush(x, y);
+    if (Button != MouseButton::Left && Button != MouseButton::Right) return;
     CurX = CInt(x);
     CurY = CInt(y);
     const int32_t d = SegmentLength();

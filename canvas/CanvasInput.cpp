@@ -87,7 +87,7 @@ void BeginStroke(float X, float Y) {
 void CloneSourceClick(int16_t Button, float X, float Y) {
     PantoClick = 0;
     if (Button == MouseButton::None) return;
-    if (App.PaintMode == 5) {
+    if (App.PaintMode == kwmode::PaintMode::Panto) {
         PantoClick = 255;
         Form1::CloneCross.Left = Round16(X);
         Form1::CloneCross.Top = Round16(Y);

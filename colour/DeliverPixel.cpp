@@ -79,8 +79,8 @@ void ReadPlanes(kwfill::DeliverSettings& s) {
 DeliverRun DeliverBegin() {
     DeliverRun run;
     kwfill::DeliverSettings& s = run.settings;
-    s.style = static_cast<kwmode::FillStyle>(App.FillStyle);
-    s.mode = static_cast<FillMode>(App.FillMode);
+    s.style = App.FillStyle;
+    s.mode = App.FillMode;
     s.noiseAmount = App.NoiseAmount;
     s.noisePerChannel = App.NoiseMode == 1;
     const int g = App.GradientIndex & 7;

@@ -10,6 +10,7 @@
 #include "colour/Gradients.h"
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
+#include "core/framework/Codes.h"
 #include "core/display/Display.h"
 #include "core/frame/Form2.h"
 #include "core/framework/Host.h"
@@ -18,6 +19,9 @@
 #include "core/framework/PanelLook.h"
 
 namespace Gradient {
+using kwmode::FillMode;
+using kwmode::FillStyle;
+
 Form form("Gradient", "Fill");
 Slider HScroll1(form, "HScroll1", 0, 7, 0, [] { HScroll1_Change(); });
 PictureBox Picture2(form, "Picture2", 256, 64);
@@ -32,13 +36,13 @@ ComboBox Combo2(form, "Combo2", [] { Combo2_Click(); });
 CommandButton Command6(form, "Command6", "Save...", [] { Command6_Click(); });
 FileListBox File1(form, "File1", "*.grd");
 Label Label1(form, "Label1", "Fill style");
-OptionButton Option5(form, "Option5", "Color", 1, true, [] { App.FillStyle = 0; });
-OptionButton Option6(form, "Option6", "Horizontal", 1, false, [] { App.FillStyle = 1; });
-OptionButton Option7(form, "Option7", "Fit horizontal", 1, false, [] { App.FillStyle = 2; });
-OptionButton Option8(form, "Option8", "Vertical", 1, false, [] { App.FillStyle = 3; });
-OptionButton Option9(form, "Option9", "Circular", 1, false, [] { App.FillStyle = 4; });
-OptionButton Option10(form, "Option10", "Tile brush", 1, false, [] { App.FillStyle = 5; });
-OptionButton Option11(form, "Option11", "Fit brush", 1, false, [] { App.FillStyle = 6; });
+OptionButton Option5(form, "Option5", "Color", 1, true, [] { App.FillStyle = FillStyle::Colour; });
+OptionButton Option6(form, "Option6", "Horizontal", 1, false, [] { App.FillStyle = FillStyle::Horizontal; });
+OptionButton Option7(form, "Option7", "Fit horizontal", 1, false, [] { App.FillStyle = FillStyle::FitHorizontal; });
+OptionButton Option8(form, "Option8", "Vertical", 1, false, [] { App.FillStyle = FillStyle::Vertical; });
+OptionButton Option9(form, "Option9", "Circular", 1, false, [] { App.FillStyle = FillStyle::Circular; });
+OptionButton Option10(form, "Option10", "Tile brush", 1, false, [] { App.FillStyle = FillStyle::TileBrush; });
+OptionButton Option11(form, "Option11", "Fit brush", 1, false, [] { App.FillStyle = FillStyle::FitBrush; });
 Label Label2(form, "Label2", "Fill mode");
 ComboBox Combo3(form, "Combo3", [] { Combo3_Click(); });
 Slider HScroll2(form, "HScroll2", 0, 255, 0, [] { HScroll2_Change(); });
@@ -159,7 +163,7 @@ void Picture2_MouseDown(int button, int shift, float x, float y) {
 }
 
 void Picture2_MouseMove(int button, int, float x, float y) {
-    if (button == 0 || !Sweeping) return;
+    if (button == MouseButton::None || !Sweeping) return;
     int step = StepAt(x), value = ValueAt(y);
     SweepGradient(Row(), ChannelMaskOfTab(TabBox.ListIndex), LastStep, LastValue, step, value);
     LastStep = step;
@@ -205,7 +209,7 @@ void Picture3_DragDrop(float x, uint32_t colour) {
 
 void Picture3_MouseDown(int button, int, float x, float) {
     // A right click takes away the nearest entry.
-    if (button != 2) return;
+    if (button != MouseButton::Right) return;
     int p = std::clamp(static_cast<int>(std::floor(x * 256.0f / Picture3.Width)), 0, 255);
     for (int d = 0; d <= 4; ++d)
         for (int q : {p - d, p + d})
@@ -260,9 +264,11 @@ void Combo3_Click() {
     std::string mode = Combo3.Text();
     static const struct {
         const char* text;
-        uint8_t mode;
-    } modes[] = {{"Default", 0}, {"Additive", 1}, {"Subtractative", 2}, {"Multiply", 3},
-                 {"Divide", 5},  {"Screen", 6},   {"Rubthrough", 7},    {"Alpha", 4}};
+        FillMode mode;
+    } modes[] = {{"Default", FillMode::Default},       {"Additive", FillMode::Add},
+                 {"Subtractative", FillMode::Subtract}, {"Multiply", FillMode::Multiply},
+                 {"Divide", FillMode::Divide},          {"Screen", FillMode::Screen},
+                 {"Rubthrough", FillMode::Rubthrough},  {"Alpha", FillMode::Alpha}};
     for (const auto& m : modes)
         if (mode == m.text) App.FillMode = m.mode;
 }

@@ -18,7 +18,9 @@ extern CommandButton Command4, Command2, Command3, Command6;
 extern CheckBox Check3;        // auto smooth while sweeping
 extern ComboBox Combo2;        // open a gradient file
 extern FileListBox File1;      // "*.grd"
-extern OptionButton Option5, Option6, Option7, Option8, Option9, Option10, Option11;  // FillStyle 0..6
+// The fill styles in their order: colour, horizontal, fit horizontal, vertical,
+// circular, tile brush, fit brush.
+extern OptionButton Option5, Option6, Option7, Option8, Option9, Option10, Option11;
 extern ComboBox Combo3;        // fill mode
 extern Slider HScroll2;        // NoiseAmount
 extern CheckBox Check1;        // NoiseMode: colour (on) or value noise

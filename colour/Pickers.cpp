@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "core/frame/Form2.h"
+#include "core/framework/Codes.h"
 #include "core/framework/Host.h"
 #include "core/framework/vb.h"
 
@@ -231,7 +232,7 @@ void Picture54_MouseDown(int button, int shift, float x, float y) {
     Picture54_MouseMove(button, shift, x, y);
 }
 void Picture54_MouseMove(int button, int, float x, float y) {
-    if (button == 0) return;
+    if (button == MouseButton::None) return;
     Pick(SpectrumAt(x, y, Picture54.Width, Picture54.Height).hsv);
 }
 
@@ -240,7 +241,7 @@ void Picture56_MouseDown(int button, int shift, float x, float y) {
     Picture56_MouseMove(button, shift, x, y);
 }
 void Picture56_MouseMove(int button, int, float x, float y) {
-    if (button == 0) return;
+    if (button == MouseButton::None) return;
     PickResult r = SvSquareAt(x, y, Picture56.Width, Picture56.Height, Current.h, Dragging);
     if (r.zone == PickZone::Hue) Pick({r.hsv.h, Current.s, Current.v});
     else Pick(r.hsv);
@@ -251,7 +252,7 @@ void Picture43_MouseDown(int button, int shift, float x, float y) {
     Picture43_MouseMove(button, shift, x, y);
 }
 void Picture43_MouseMove(int button, int, float x, float y) {
-    if (button == 0 || Dragging == PickZone::None) return;
+    if (button == MouseButton::None || Dragging == PickZone::None) return;
     PickResult r = WheelAt(x, y, Picture43.Width, Picture43.Height, Current, Dragging);
     if (r.zone != PickZone::None) Pick(r.hsv);
 }

@@ -174,9 +174,15 @@ void Combo4_Click() {
     // The text is compared, not the position: the stored number is not the list position.
     std::string t = Combo4.Text();
     std::transform(t.begin(), t.end(), t.begin(), [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    static const std::pair<const char*, uint8_t> modes[] = {
-        {"DEFAULT", 0}, {"ADDITIVE", 1}, {"SUBTRACTATIVE", 2}, {"MULTIPLY", 3}, {"RUBTHROUGH", 4}, {"PANTO", 5},
-        {"SMEAR", 6},   {"PATTERN", 7},  {"OFFSET PATTERN", 8}, {"DIVIDE", 9},  {"SCREEN", 10}, {"AROUND GREY", 11}};
+    using kwmode::PaintMode;
+    static const std::pair<const char*, PaintMode> modes[] = {
+        {"DEFAULT", PaintMode::Default},       {"ADDITIVE", PaintMode::Additive},
+        {"SUBTRACTATIVE", PaintMode::Subtract}, {"MULTIPLY", PaintMode::Multiply},
+        {"RUBTHROUGH", PaintMode::Rubthrough}, {"PANTO", PaintMode::Panto},
+        {"SMEAR", PaintMode::Smear},           {"PATTERN", PaintMode::Pattern},
+        {"OFFSET PATTERN", PaintMode::OffsetPattern},
+        {"DIVIDE", PaintMode::Divide},         {"SCREEN", PaintMode::Screen},
+        {"AROUND GREY", PaintMode::AroundGrey}};
     for (auto [literal, mode] : modes)
         if (t == literal) App.PaintMode = mode;
 }
@@ -223,12 +229,28 @@ void Picture27_Paint() {
 
 namespace {
 std::string PaintModeText, FillModeText = "Default", BrushModeText = "Color";
+
+// The name the info box gives a fill mode; alpha and unknown numbers have none.
+const char* FillModeName(kwmode::FillMode mode) {
+    using kwmode::FillMode;
+    switch (mode) {
+        case FillMode::Default: return "Default";
+        case FillMode::Add: return "Add";
+        case FillMode::Subtract: return "Subtract";
+        case FillMode::Multiply: return "Multiply";
+        case FillMode::Divide: return "Divide";
+        case FillMode::Screen: return "Screen";
+        case FillMode::Rubthrough: return "Rubthrough";
+        case FillMode::Alpha: return nullptr;
+    }
+    return nullptr;
+}
 }  // namespace
 
 void GetCurrentInfo() {
     PaintModeText = Form2::Combo4.Text();
-    static const char* fills[] = {"Default", "Add", "Subtract", "Multiply", nullptr, "Divide", "Screen", "Rubthrough"};
-    if (App.FillMode < 8 && fills[App.FillMode]) FillModeText = fills[App.FillMode];  // 4 keeps the last text
+    // A mode without a name keeps the last text.
+    if (const char* name = FillModeName(App.FillMode)) FillModeText = name;
 }
 
 void PrintUserInfo() {

@@ -5,13 +5,15 @@
 #include <cstdint>
 #include <string>
 
+#include "native/Modes.h"
+
 struct AppState {
     uint8_t SwapShown = 0;        // odd number of main/swap exchanges
     uint8_t AlphaOff = 255;       // or-ed into each alpha sample: 255 lets everything through
     int32_t ZoomPercent = 100;
-    uint8_t PaintMode = 0;
-    uint8_t FillMode = 0;
-    uint16_t FillStyle = 0;
+    kwmode::PaintMode PaintMode = kwmode::PaintMode::Default;  // stored as its number, 8 bits
+    kwmode::FillMode FillMode = kwmode::FillMode::Default;     // stored as its number, 8 bits
+    kwmode::FillStyle FillStyle = kwmode::FillStyle::Colour;   // stored as its number, 16 bits
     int16_t Opacity = 0;
     float BrushFlow = 0;
     uint8_t GradientIndex = 0;

@@ -122,7 +122,6 @@ public:
     Prop<bool> Value{this};
     int OptionGroup;
     std::function<void()> Click;
-    std::function<void(int button, int shift, float x, float y)> MouseUp;  // a right click opens settings
 
 protected:
     void onChanged(const void* prop) override;

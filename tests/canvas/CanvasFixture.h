@@ -15,6 +15,7 @@
 #include "canvas/CanvasInput.h"
 #include "colour/Colour.h"
 #include "core/framework/AppState.h"
+#include "core/framework/Codes.h"
 #include "core/document/Buffers.h"
 #include "core/display/Form1.h"
 #include "core/frame/Form2.h"
@@ -66,8 +67,8 @@ protected:
         Form1::Form_KeyUp(k, I16(shift));
     }
     // A stroke through the points, the cursor seen first at the first of them.
-    static void Stroke(const std::vector<std::pair<float, float>>& pts, int button = 1) {
-        Move(0, pts.front().first, pts.front().second);
+    static void Stroke(const std::vector<std::pair<float, float>>& pts, int button = MouseButton::Left) {
+        Move(MouseButton::None, pts.front().first, pts.front().second);
         Press(button, pts.front().first, pts.front().second);
         for (size_t i = 1; i < pts.size(); ++i) Move(button, pts[i].first, pts[i].second);
         Release(button, pts.back().first, pts.back().second);

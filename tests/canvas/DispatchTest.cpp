@@ -1,11 +1,17 @@
 // The guards of the three handlers, ctrl drags, the baster, shift-clicks and
-// the clone offset, the keys of the brush and NudgeAlpha.
+// the clone offset, the keys of the brush and NudgeAlpha, the numbers the
+// painting mode list stores and the info box.
 #include "tests/canvas/CanvasFixture.h"
+
+#include <iterator>
+#include <string>
 
 #include "core/display/Display.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/Codes.h"
 #include "core/framework/Commands.h"
+
+using kwmode::PaintMode;
 
 TEST_F(CanvasTest, GuardsRefuseThePaintPathButNotCtrl) {
     const int16_t undo = UndoIndex;
@@ -13,7 +19,8 @@ TEST_F(CanvasTest, GuardsRefuseThePaintPathButNotCtrl) {
         EXPECT_EQ(UndoIndex, undo) << why;
         EXPECT_EQ(Painted(), 0) << why;
     };
-    for (int combo : {3, 5, 6}) {
+    using namespace MouseButton;
+    for (int combo : {Left + Right, Left + Middle, Right + Middle}) {
         Press(combo, 10, 10);
         Move(combo, 40, 30);
         Release(combo, 40, 30);
@@ -30,26 +37,26 @@ TEST_F(CanvasTest, GuardsRefuseThePaintPathButNotCtrl) {
     App.LockCount = 1;
     Stroke({{10, 10}, {40, 30}});
     refused("locked");
-    Press(1, 10, 10, 2);
+    Press(MouseButton::Left, 10, 10, ShiftState::Ctrl);
     EXPECT_NE(UndoIndex, undo) << "a ctrl press takes a snapshot even when locked";
-    Release(1, 10, 10, 2);
+    Release(MouseButton::Left, 10, 10, ShiftState::Ctrl);
 }
 
 TEST_F(CanvasTest, CtrlDragMovesTheSelectionAtMostEveryThirtiethOfASecond) {
     FillPicture(BufA, 0);
     BufA(10, 10) = 255;
     host.clock = 100;
-    Press(1, 10, 10, 2);
-    Move(1, 13, 12, 2);
+    Press(MouseButton::Left, 10, 10, ShiftState::Ctrl);
+    Move(MouseButton::Left, 13, 12, ShiftState::Ctrl);
     EXPECT_EQ(BufA(13, 12), 255);
     EXPECT_EQ(BufA(10, 10), 0);
     host.clock += 0.01;  // too soon: the move is skipped
-    Move(1, 20, 12, 2);
+    Move(MouseButton::Left, 20, 12, ShiftState::Ctrl);
     EXPECT_EQ(BufA(13, 12), 255);
     host.clock += 0.05;
-    Move(1, 20, 12, 2);
+    Move(MouseButton::Left, 20, 12, ShiftState::Ctrl);
     EXPECT_EQ(BufA(20, 12), 255);
-    Release(1, 20, 12, 2);
+    Release(MouseButton::Left, 20, 12, ShiftState::Ctrl);
     EXPECT_EQ(Painted(), 0);
 }
 
@@ -58,20 +65,20 @@ TEST_F(CanvasTest, TheBasterReadsInsideAndTakesNoUndoStep) {
     BufR(W - 1, 5) = 10, BufG(W - 1, 5) = 20, BufB(W - 1, 5) = 30;
     BufR(W, 5) = 77;
     int16_t undo = UndoIndex;
-    Press(1, W, 5);  // X = W, the extra column, is refused
+    Press(MouseButton::Left, W, 5);  // X = W, the extra column, is refused
     EXPECT_EQ(Form2::Shape4.FillColor, 0u);
-    Press(1, W - 1, 5);
+    Press(MouseButton::Left, W - 1, 5);
     EXPECT_EQ(Form2::Shape4.FillColor, vb::RGB(10, 20, 30));
     EXPECT_EQ(Form2::HScroll1.Value, 10);
-    Release(1, W - 1, 5);
-    Press(2, W - 1, 5);
+    Release(MouseButton::Left, W - 1, 5);
+    Press(MouseButton::Right, W - 1, 5);
     EXPECT_EQ(Form2::Shape1.FillColor, vb::RGB(10, 20, 30));
-    Release(2, W - 1, 5);
+    Release(MouseButton::Right, W - 1, 5);
     EXPECT_EQ(UndoIndex, undo);
     // Moving with the button held keeps picking, through the zoom.
     App.ZoomPercent = 200;
     BufR(3, 4) = 99;
-    Move(1, 6, 8);
+    Move(MouseButton::Left, 6, 8);
     EXPECT_EQ(Form2::HScroll1.Value, 99);
     // A right click on its button chooses its size; the brush has no such popup yet.
     Commands().toolOf(Form2::Option6)->settings();
@@ -80,17 +87,17 @@ TEST_F(CanvasTest, TheBasterReadsInsideAndTakesNoUndoStep) {
 }
 
 TEST_F(CanvasTest, AShiftClickSetsTheCloneSourceAndPantoTakesItsOffset) {
-    Press(1, 30, 20, 1);
-    Move(1, 50, 20, 1);
-    Release(1, 30, 20, 1);
+    Press(MouseButton::Left, 30, 20, ShiftState::Shift);
+    Move(MouseButton::Left, 50, 20, ShiftState::Shift);
+    Release(MouseButton::Left, 30, 20, ShiftState::Shift);
     EXPECT_EQ(Painted(), 0) << "shift never paints";
     EXPECT_FALSE(Form1::CloneCross.Visible);
     // In panto a shift-drag from source to destination marks the offset, with a cross meanwhile.
     Form2::Combo4.ListIndex = 8;
-    ASSERT_EQ(App.PaintMode, 5);
-    Press(1, 20, 30, 1);
+    ASSERT_EQ(App.PaintMode, PaintMode::Panto);
+    Press(MouseButton::Left, 20, 30, ShiftState::Shift);
     EXPECT_TRUE(Form1::CloneCross.Visible);
-    Release(1, 60, 35, 1);
+    Release(MouseButton::Left, 60, 35, ShiftState::Shift);
     EXPECT_FALSE(Form1::CloneCross.Visible);
     EXPECT_EQ(PantoX, 40);
     EXPECT_EQ(PantoY, 5);
@@ -113,7 +120,8 @@ TEST_F(CanvasTest, KeysPickToolsSizeModeStepAndOpacity) {
     EXPECT_EQ(Form2::HScroll5.Value, 66);
     EXPECT_EQ(BrushRadius, 16);
     // Digits pick list positions: 0 is the ninth, Smear; 5 is Divide.
-    for (auto [key, mode] : {std::pair{'0', 6}, {'5', 9}, {'@', 8}, {'1', 0}}) {
+    for (auto [key, mode] : {std::pair{'0', PaintMode::Smear}, {'5', PaintMode::Divide}, {'@', PaintMode::OffsetPattern},
+                             {'1', PaintMode::Default}}) {
         Key(key);
         EXPECT_EQ(App.PaintMode, mode) << key;
     }
@@ -136,7 +144,7 @@ TEST_F(CanvasTest, KeysPickToolsSizeModeStepAndOpacity) {
     EXPECT_EQ(BrushOptions::Hscroll1.Value, 0);
     EXPECT_TRUE(BrushOptions::Option1.Value);
     EXPECT_EQ(Form2::Check1.Value, 0);
-    EXPECT_EQ(App.PaintMode, 0);
+    EXPECT_EQ(App.PaintMode, PaintMode::Default);
     Key('o');
     EXPECT_EQ(host.shown.back(), "BrushOptions");
 }
@@ -164,7 +172,43 @@ TEST_F(CanvasTest, ShiftArrowsNudgeTheAlphaWithWrapAround) {
 TEST_F(CanvasTest, TheInfoBoxShowsTheModeOfTheListAndTheCursor) {
     Form2::Combo4.ListIndex = 6;
     GetCurrentInfo();
-    Move(0, 12, 34);
+    Move(MouseButton::None, 12, 34);
     EXPECT_EQ(Form2::Info1.Caption.get(),
               "Paint mode = Around grey\nFill mode = Default\nBrush mode = Color\nX = 12\nY = 34");
+}
+
+// Settings and files keep the numbers, so each list entry must give its own.
+TEST_F(CanvasTest, ThePaintingModeListStoresEachModeUnderItsNumber) {
+    const int stored[] = {0, 1, 2, 3, 9, 10, 11, 4, 5, 6, 7, 8};  // in the order of the list
+    ASSERT_EQ(Form2::Combo4.items.size(), std::size(stored));
+    for (int i = 11; i >= 0; --i) {  // from the end: position 0 is already chosen
+        Form2::Combo4.ListIndex = i;
+        EXPECT_EQ(static_cast<int>(App.PaintMode), stored[i]) << Form2::Combo4.Text();
+    }
+}
+
+TEST_F(CanvasTest, TheInfoBoxNamesTheFillModeAndAlphaKeepsTheLastName) {
+    using kwmode::FillMode;
+    auto fillLine = [] {
+        GetCurrentInfo();
+        PrintUserInfo();
+        const std::string& c = Form2::Info1.Caption.get();
+        const size_t at = c.find("Fill mode = ");
+        return c.substr(at + 12, c.find('\n', at) - at - 12);
+    };
+    const std::pair<FillMode, const char*> names[] = {
+        {FillMode::Add, "Add"},           {FillMode::Subtract, "Subtract"}, {FillMode::Multiply, "Multiply"},
+        {FillMode::Divide, "Divide"},     {FillMode::Screen, "Screen"},     {FillMode::Rubthrough, "Rubthrough"},
+        {FillMode::Default, "Default"}};
+    for (auto [mode, name] : names) {
+        App.FillMode = mode;
+        EXPECT_EQ(fillLine(), name);
+    }
+    App.FillMode = FillMode::Screen;
+    fillLine();
+    for (FillMode nameless : {FillMode::Alpha, static_cast<FillMode>(8)}) {
+        App.FillMode = nameless;
+        EXPECT_EQ(fillLine(), "Screen") << static_cast<int>(nameless);
+    }
+    App.FillMode = FillMode::Default;
 }

@@ -48,8 +48,8 @@ struct Replay {
     std::vector<std::pair<Prop<int>*, int>> set;
     uint32_t colour;
     uint64_t checksum;
-    int secondButton = 1;
-    int secondMode = -1;  // the painting mode switched to before the second stroke; -1 keeps it
+    int secondButton = MouseButton::Left;
+    int secondMode = -1;  // the list position of the painting mode of the second stroke; -1 keeps it
 };
 void PrintTo(const Replay& r, std::ostream* os) { *os << r.name; }
 
@@ -62,7 +62,7 @@ const Replay replays[] = {
      {{&F::HScroll5.Value, 20}, {&F::slider1.Value, 4}, {&O::Hscroll1.Value, 10}, {&O::Hscroll4.Value, 10},
       {&O::Hscroll3.Value, 90}, {&O::Hscroll2.Value, 40}, {&O::hscroll6.Value, 20}, {&O::Hscroll7.Value, 20},
       {&O::Check1.Value, 1}},
-     vb::RGB(20, 160, 60), 0x075be38adf9c0390ull, 2},
+     vb::RGB(20, 160, 60), 0x075be38adf9c0390ull, MouseButton::Right},
     {"PaperMultiply", 4, &O::Option2,
      {{&F::HScroll5.Value, 30}, {&F::HScroll4.Value, 220}, {&F::HScroll6.Value, 150}, {&F::Check1.Value, 1},
       {&F::Check2.Value, 1}, {&F::Combo4.ListIndex, 3}},
@@ -74,7 +74,7 @@ const Replay replays[] = {
       {&O::Hscroll8.Value, 20}, {&O::hscroll9.Value, -18}},
      vb::RGB(240, 200, 20), 0x34ffb491262dc23bull},
     {"ScreenRubthrough", 9, &O::Option3, {{&F::HScroll5.Value, 44}, {&F::Combo4.ListIndex, 5}},
-     vb::RGB(0, 80, 160), 0xa3daa3217f5aa7f8ull, 1, 7},
+     vb::RGB(0, 80, 160), 0xa3daa3217f5aa7f8ull, MouseButton::Left, 7},
 };
 
 // Each replay starts from the canvas tests' neutral brush on the banded

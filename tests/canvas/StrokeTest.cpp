@@ -38,27 +38,27 @@ TEST_F(CanvasTest, StepsCarryTheirCountIntoTheNextSegment) {
             if (BufR(x, 10) != 255) xs.push_back(x);
         return xs;
     };
-    Move(0, 10, 10);
-    Press(1, 10, 10);
-    Move(1, 15, 10);  // length 5: dabs at distance 0 and 3
+    Move(MouseButton::None, 10, 10);
+    Press(MouseButton::Left, 10, 10);
+    Move(MouseButton::Left, 15, 10);  // length 5: dabs at distance 0 and 3
     EXPECT_EQ(painted(), (std::vector<int>{10, 13}));
-    Move(1, 20, 10);  // the count goes on: 16 and 19, not 15 and 18
-    Release(1, 20, 10);
+    Move(MouseButton::Left, 20, 10);  // the count goes on: 16 and 19, not 15 and 18
+    Release(MouseButton::Left, 20, 10);
     EXPECT_EQ(painted(), (std::vector<int>{10, 13, 16, 19}));
     EXPECT_EQ(Painted(), 4);
 }
 
 TEST_F(CanvasTest, APressWithoutMotionPaintsNothingAndTakesOneUndoStep) {
     int16_t before = UndoIndex;
-    Move(0, 30, 30);
-    Press(1, 30, 30);
-    Move(1, 30.3f, 29.8f);  // still the same pixel
-    Release(1, 30, 30);
+    Move(MouseButton::None, 30, 30);
+    Press(MouseButton::Left, 30, 30);
+    Move(MouseButton::Left, 30.3f, 29.8f);  // still the same pixel
+    Release(MouseButton::Left, 30, 30);
     EXPECT_NE(UndoIndex, before);
     // The stroke starts where the press is, wherever the cursor was seen last.
-    Move(0, 5, 5);
-    Press(1, 50, 40);
-    Release(1, 50, 40);
+    Move(MouseButton::None, 5, 5);
+    Press(MouseButton::Left, 50, 40);
+    Release(MouseButton::Left, 50, 40);
     EXPECT_EQ(Painted(), 0);
 }
 
@@ -69,7 +69,7 @@ TEST_F(CanvasTest, DryoutFadesTheLeftButtonOnly) {
     Stroke({{10, 40}, {40, 40}});
     EXPECT_LT(BufR(11, 40), BufR(25, 40)) << "each dab lays less paint than the one before";
     EXPECT_LT(BufR(25, 40), BufR(38, 40));
-    Stroke({{10, 50}, {40, 50}}, 2);
+    Stroke({{10, 50}, {40, 50}}, MouseButton::Right);
     EXPECT_EQ(BufR(11, 50), BufR(38, 50));
 }
 
@@ -80,8 +80,8 @@ TEST_F(CanvasTest, BleedPicksUpAtTheSegmentStartAndAlphaOf128KeepsTheOldPick) {
     PickR = PickG = PickB = 0;
     App.AlphaOff = 0;
     BufA(10, 10) = 128;
-    Move(0, 10, 20);
-    int16_t b = 1, s = 0;
+    Move(MouseButton::None, 10, 20);
+    int16_t b = MouseButton::Left, s = ShiftState::None;
     float x = 10, y = 10;
     LastX = 10, LastY = 10;
     Form1::Form_Draw(b, s, x = 20, y = 10);
@@ -116,16 +116,16 @@ TEST_F(CanvasTest, MovesRefreshOnlyTheSegmentsRectangleAtAnyZoom) {
         App.ZoomPercent = zoom;
         host.changedRects.clear();
         const float z = zoom / 100.0f;
-        Move(0, 10 * z, 10 * z);
-        Press(1, 10 * z, 10 * z);
+        Move(MouseButton::None, 10 * z, 10 * z);
+        Press(MouseButton::Left, 10 * z, 10 * z);
         size_t afterPress = host.changedRects.size();
-        for (int i = 1; i <= 10; ++i) Move(1, (10 + 3 * i) * z, (10 + i) * z);
+        for (int i = 1; i <= 10; ++i) Move(MouseButton::Left, (10 + 3 * i) * z, (10 + i) * z);
         ASSERT_GT(host.changedRects.size(), afterPress);
         for (size_t i = afterPress; i < host.changedRects.size(); ++i) {
             const auto& r = host.changedRects[i];
             EXPECT_LT((r.right - r.left) * (r.bottom - r.top), W * H * z * z / 4) << "zoom " << zoom;
         }
-        Release(1, 40 * z, 20 * z);
+        Release(MouseButton::Left, 40 * z, 20 * z);
         EXPECT_GT(Painted(), 0);
     }
 }

@@ -21,8 +21,6 @@ using kwmode::FillMode;
 using kwmode::FillStyle;
 constexpr int W = 13, H = 9;
 
-void SetStyle(FillStyle style) { App.FillStyle = static_cast<uint16_t>(style); }
-void SetMode(FillMode mode) { App.FillMode = static_cast<uint8_t>(mode); }
 
 int RoundF(float v) { return static_cast<int>(std::nearbyint(v)); }
 int RoundD(double v) { return static_cast<int>(std::nearbyint(v)); }
@@ -43,7 +41,7 @@ int StyleColour(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2, i
     };
     auto brush = [&](int u, int v) { s.R = BrushR(u, v), s.G = BrushG(u, v), s.B = BrushB(u, v); };
     const float w = X2 - X1, h = Y2 - Y1;
-    switch (static_cast<FillStyle>(App.FillStyle)) {
+    switch (App.FillStyle) {
         case FillStyle::Horizontal:
         case FillStyle::FitHorizontal: look((X - X1) * (255 / (w <= 0 ? 0.01f : w))); break;
         case FillStyle::Vertical: look((Y - Y1) * (255 / (h <= 0 ? 0.01f : h))); break;
@@ -84,7 +82,7 @@ void ModeColour(Ref& s, int X, int Y) {
     const Plane* const swap[3] = {&SwapR, &SwapG, &SwapB};
     for (int k = 0; k < 3; ++k) {
         int32_t& v = *c[k];
-        switch (static_cast<FillMode>(App.FillMode)) {
+        switch (App.FillMode) {
             case FillMode::Add: v = std::min(v + old[k], 255); break;
             case FillMode::Subtract: v = std::max(old[k] - v, 0); break;
             case FillMode::Multiply: v = v * old[k] / 255; break;
@@ -158,16 +156,16 @@ protected:
         App.GradientIndex = 2;
         App.AlphaOff = 255;
         App.NoiseAmount = 0;
-        SetMode(FillMode::Default);
-        SetStyle(FillStyle::Colour);
+        App.FillMode = FillMode::Default;
+        App.FillStyle = FillStyle::Colour;
         DeliverKept = {};
     }
     void TearDown() override {
         BrushWidth = BrushHeight = 0;
         BumpinessOn = DrybrushOn = NegativeOn = 0;
         App.NoiseAmount = 0;
-        SetMode(FillMode::Default);
-        SetStyle(FillStyle::Colour);
+        App.FillMode = FillMode::Default;
+        App.FillStyle = FillStyle::Colour;
         App.AlphaOff = 255;
     }
     // The caller's opacity and the share of it the paper may take away.
@@ -203,7 +201,8 @@ TEST_F(DeliverPixelTest, BuildsItsSettingsFromTheGlobalsAndHandsTheStateBack) {
                 for (int noise : {0, 1, 2}) {
                     SCOPED_TRACE(::testing::Message() << "style " << int(st.style) << st.interpolate << st.brush
                                                       << " mode " << mode << " paper " << paper << " noise " << noise);
-                    SetStyle(st.style), App.BrushInterpolate = st.interpolate, App.FillMode = mode;
+                    App.FillStyle = st.style, App.FillMode = static_cast<FillMode>(mode);
+                    App.BrushInterpolate = st.interpolate;
                     BrushWidth = st.brush, BrushHeight = st.brush ? 4 : 0;
                     BumpinessOn = DrybrushOn = paper;
                     if (NegativeOn != paper) NegativeOn = paper, RefreshPaperBuff();
@@ -239,15 +238,15 @@ TEST_F(DeliverPixelTest, ClassicEntryKeepsItsColourForBrushlessStylesAndIgnoresP
     EXPECT_EQ(Classic(red, 4, 3), red) << "solid, full opacity, alpha off: the colour itself";
     BrushWidth = 0;
     for (FillStyle style : {FillStyle::TileBrush, FillStyle::FitBrush}) {
-        SetStyle(style);
+        App.FillStyle = style;
         EXPECT_EQ(Classic(blue, 4, 3), red) << "style " << int(style) << " without a brush repeats the last colour";
     }
-    SetStyle(FillStyle::Horizontal);
+    App.FillStyle = FillStyle::Horizontal;
     EXPECT_EQ(Classic(blue, 2, 3, 2, 2), vb::RGB(Grad(0, 0, 2), Grad(0, 1, 2), Grad(0, 2, 2)))
         << "X1 = X2 gives step 0 at X1 (step 0 of gradient 2 is fully opaque)";
     EXPECT_EQ(Classic(blue, -1, 400), blue) << "off the picture the colour comes back";
     // Rubthrough reads the swap layer, and without one of the picture's shape lays the colour on.
-    SetStyle(FillStyle::Colour), SetMode(FillMode::Rubthrough);
+    App.FillStyle = FillStyle::Colour, App.FillMode = FillMode::Rubthrough;
     EXPECT_EQ(Classic(blue, 4, 3), vb::RGB(SwapR(4, 3), SwapG(4, 3), SwapB(4, 3)));
     SwapR.alloc(W - 1, H);
     EXPECT_EQ(Classic(blue, 4, 3), blue) << "a swap layer of another size";
@@ -260,7 +259,7 @@ TEST_F(DeliverPixelTest, WholeBufferFillAgreesWithThePixelAtATime) {
     // versions must give what the single-pixel entry gives.
     for (FillStyle style : {FillStyle::Colour, FillStyle::Horizontal}) {
         SetUp();  // the planes afresh
-        SetStyle(style);
+        App.FillStyle = style;
         SetOpacity(131, 131 / 255.0f);
         std::vector<uint32_t> want, got;
         for (int y = 0; y < H; ++y)

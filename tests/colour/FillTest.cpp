@@ -9,6 +9,7 @@
 #include "colour/Pickers.h"
 #include "colour/Wells.h"
 #include "core/framework/AppState.h"
+#include "core/framework/Codes.h"
 #include "core/display/Form1.h"
 #include "core/frame/Form2.h"
 #include "core/frame/MDIForm1.h"
@@ -23,8 +24,8 @@ protected:
     void SetUp() override {
         MakeTestDocument(7, 5);
         InitGradientData();
-        App.FillStyle = 0;
-        App.FillMode = 0;
+        App.FillStyle = kwmode::FillStyle::Colour;
+        App.FillMode = kwmode::FillMode::Default;
         Form2::HScroll4.Value = 255;
     }
     void Key(char c) {
@@ -41,7 +42,7 @@ TEST_F(FillTest, MenuAndKeyFillTheWholePictureWithAnUndoStep) {
         for (int x = 0; x < 7; ++x) ASSERT_EQ(PixelAt(x, y), vb::RGB(9, 8, 7));
     EXPECT_EQ(BufR(7, 0), 0) << "the extra column is not part of the picture";
     // Key q with a horizontal black to white gradient and half opacity.
-    App.FillStyle = 1;
+    App.FillStyle = kwmode::FillStyle::Horizontal;
     App.GradientIndex = 0;
     Form2::HScroll4.Value = 128;
     Key('q');
@@ -104,9 +105,9 @@ TEST_F(FillTest, PickersTurnPositionsIntoColoursOnTheSliders) {
     // A pick through the panel: the sv square's top left is white, its top right the pure hue.
     Form2::TabBox.ListIndex = 2;
     SetPrimaryColour(vb::RGB(0, 0, 255));
-    Form2::Picture56_MouseDown(1, 0, 0, 0);
+    Form2::Picture56_MouseDown(MouseButton::Left, ShiftState::None, 0, 0);
     EXPECT_EQ(Form2::Shape4.FillColor, 0xFFFFFFu);
-    Form2::Picture56_MouseMove(1, 0, 1000, -5);  // dragging beyond the square keeps to its edge
+    Form2::Picture56_MouseMove(MouseButton::Left, ShiftState::None, 1000, -5);  // dragging beyond the square keeps to its edge
     EXPECT_EQ(Form2::Shape4.FillColor, vb::RGB(0, 0, 255));
     EXPECT_EQ(Form2::hscroll3.Value, 255);
     Form2::HScroll1.Value = Form2::hscroll2.Value = Form2::hscroll3.Value = 0;

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <iterator>
 
 #include "colour/Gradient.h"
 #include "colour/Gradients.h"
 #include "core/framework/AppState.h"
+#include "core/framework/Codes.h"
 #include "tests/colour/ColourFixture.h"
 
 namespace {
@@ -115,15 +117,31 @@ TEST_F(GradientTest, PanelSweepsWithTheMouseAndSelectsTheRow) {
     EXPECT_EQ(GradEntryRow, 5);
     Gradient::TabBox.ListIndex = 1;  // green only
     const float w = Gradient::Picture2.Width - 1, h = Gradient::Picture2.Height - 1;
-    Gradient::Picture2_MouseDown(1, 0, 0, h);
-    Gradient::Picture2_MouseMove(1, 0, w, 0);
-    Gradient::Picture2_MouseUp(1, 0, w, 0);
+    Gradient::Picture2_MouseDown(MouseButton::Left, ShiftState::None, 0, h);
+    Gradient::Picture2_MouseMove(MouseButton::Left, ShiftState::None, w, 0);
+    Gradient::Picture2_MouseUp(MouseButton::Left, ShiftState::None, w, 0);
     EXPECT_EQ(Grad(0, 1, 5), 0);
     EXPECT_EQ(Grad(255, 1, 5), 255);
     EXPECT_EQ(Grad(128, 1, 5), 128);
     Gradient::Picture3_DragDrop(static_cast<float>(Gradient::Picture3.Width - 1), 0x123456);
     EXPECT_EQ(GradEntries[5][255], 0x123456);
     Gradient::HScroll1.Value = 0;
+}
+
+// Settings and files keep the numbers, so each button and list entry must give its own.
+TEST_F(GradientTest, TheFillStylesAndModesAreStoredUnderTheirNumbers) {
+    using namespace Gradient;
+    OptionButton* const styles[] = {&Option5, &Option6, &Option7, &Option8, &Option9, &Option10, &Option11};
+    for (int i = 6; i >= 0; --i) {  // from the end: the first is chosen at the start
+        styles[i]->Value = true;
+        EXPECT_EQ(static_cast<int>(App.FillStyle), i) << styles[i]->Name;
+    }
+    const int stored[] = {0, 1, 2, 3, 5, 6, 7, 4};  // in the order of the list; alpha last
+    ASSERT_EQ(Combo3.items.size(), std::size(stored));
+    for (int i = 7; i >= 0; --i) {
+        Combo3.ListIndex = i;
+        EXPECT_EQ(static_cast<int>(App.FillMode), stored[i]) << Combo3.Text();
+    }
 }
 
 TEST_F(GradientTest, ColourMapBackDoorWritesTheSelectedGradientToTheHomeFolder) {

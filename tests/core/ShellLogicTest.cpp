@@ -1,5 +1,6 @@
 // Settings, boxes, the progress bar, small panels and the keys of the canvas.
 #include "core/framework/Boxes.h"
+#include "core/framework/Codes.h"
 #include "core/display/Form1.h"
 #include "core/frame/Nav.h"
 #include "core/frame/FatBits.h"
