@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include "core/frame/Form2.h"
+#include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
 #include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
@@ -34,7 +35,7 @@ protected:
     }
     void mousePressEvent(QMouseEvent* e) override {
         if (!m_.MouseDown) return;
-        int button = e->button() == Qt::RightButton ? 2 : 1;
+        int button = e->button() == Qt::RightButton ? MouseButton::Right : MouseButton::Left;
         Guarded([&] { m_.MouseDown(button, 0, 0, 0); });
     }
 

@@ -37,12 +37,6 @@ int16_t CanvasView::ButtonCode(Qt::MouseButtons b) {
                                 ((b & Qt::MiddleButton) ? MouseButton::Middle : 0));
 }
 
-int16_t CanvasView::ShiftCode(Qt::KeyboardModifiers m) {
-    return static_cast<int16_t>(((m & Qt::ShiftModifier) ? ShiftState::Shift : 0) |
-                                ((m & Qt::ControlModifier) ? ShiftState::Ctrl : 0) |
-                                ((m & Qt::AltModifier) ? ShiftState::Alt : 0));
-}
-
 QPointF CanvasView::windowPixel(const QPointF& pos) const {
     return pos + QPointF(horizontalScrollBar()->value(), verticalScrollBar()->value());
 }
@@ -51,20 +45,20 @@ QPointF CanvasView::windowPixel(const QPointF& pos) const {
 void CanvasView::mousePressEvent(QMouseEvent* e) {
     QPointF w = windowPixel(e->position());
     // The buttons held now, the new one among them: a second button makes a combination.
-    int16_t button = ButtonCode(e->buttons() | e->button()), shift = ShiftCode(e->modifiers());
+    int16_t button = ButtonCode(e->buttons() | e->button()), shift = ShiftCodeOf(e->modifiers());
     Guarded([&] { Form1::Form_MouseDown(button, shift, static_cast<float>(w.x()), static_cast<float>(w.y())); });
 }
 
 void CanvasView::mouseMoveEvent(QMouseEvent* e) {
     QPointF w = windowPixel(e->position());
-    int16_t button = ButtonCode(e->buttons()), shift = ShiftCode(e->modifiers());
+    int16_t button = ButtonCode(e->buttons()), shift = ShiftCodeOf(e->modifiers());
     Guarded([&] { Form1::Form_MouseMove(button, shift, static_cast<float>(w.x()), static_cast<float>(w.y())); });
     moveBrushOutline(e->position().toPoint());
 }
 
 void CanvasView::mouseReleaseEvent(QMouseEvent* e) {
     QPointF w = windowPixel(e->position());
-    int16_t button = ButtonCode(e->buttons() | e->button()), shift = ShiftCode(e->modifiers());
+    int16_t button = ButtonCode(e->buttons() | e->button()), shift = ShiftCodeOf(e->modifiers());
     Guarded([&] { Form1::Form_MouseUp(button, shift, static_cast<float>(w.x()), static_cast<float>(w.y())); });
 }
 

@@ -18,7 +18,6 @@ public:
 
     // Button and Shift codes of the canvas procedures for a Qt mouse state.
     static int16_t ButtonCode(Qt::MouseButtons buttons);
-    static int16_t ShiftCode(Qt::KeyboardModifiers modifiers);
 
 protected:
     void paintEvent(QPaintEvent* e) override;

@@ -17,6 +17,7 @@
 #include <QSlider>
 #include <memory>
 
+#include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
 #include "core/framework/controls.h"
 #include "shell/ControlWidgets.h"
@@ -48,16 +49,18 @@ protected:
         }
     }
     void mousePressEvent(QMouseEvent* e) override {
-        int button = e->button() == Qt::RightButton ? 2 : 1;
+        int button = e->button() == Qt::RightButton ? MouseButton::Right : MouseButton::Left;
         send(m_.MouseDown, button, e);
     }
     // Moves arrive while a button is held, with the held button.
     void mouseMoveEvent(QMouseEvent* e) override {
-        int button = (e->buttons() & Qt::LeftButton) ? 1 : (e->buttons() & Qt::RightButton) ? 2 : 0;
+        int button = (e->buttons() & Qt::LeftButton)    ? MouseButton::Left
+                     : (e->buttons() & Qt::RightButton) ? MouseButton::Right
+                                                        : MouseButton::None;
         send(m_.MouseMove, button, e);
     }
     void mouseReleaseEvent(QMouseEvent* e) override {
-        int button = e->button() == Qt::RightButton ? 2 : 1;
+        int button = e->button() == Qt::RightButton ? MouseButton::Right : MouseButton::Left;
         send(m_.MouseUp, button, e);
     }
 

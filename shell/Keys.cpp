@@ -12,6 +12,7 @@
 #include "core/display/Form1.h"
 #include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
+#include "shell/Convert.h"
 
 int VirtualKeyOf(int k) {
     switch (k) {
@@ -48,11 +49,6 @@ bool KeepsOwnKeys(QObject* o) {
     return qobject_cast<QLineEdit*>(o) || qobject_cast<QPlainTextEdit*>(o) || qobject_cast<QTextEdit*>(o) ||
            qobject_cast<QAbstractSpinBox*>(o);
 }
-int16_t ShiftOf(Qt::KeyboardModifiers m) {
-    return static_cast<int16_t>(((m & Qt::ShiftModifier) ? ShiftState::Shift : 0) |
-                                ((m & Qt::ControlModifier) ? ShiftState::Ctrl : 0) |
-                                ((m & Qt::AltModifier) ? ShiftState::Alt : 0));
-}
 }  // namespace
 
 bool KeyForwarder::eventFilter(QObject* watched, QEvent* event) {
@@ -69,7 +65,7 @@ bool KeyForwarder::eventFilter(QObject* watched, QEvent* event) {
     auto* ke = static_cast<QKeyEvent*>(event);
     if (ke->isAutoRepeat() && event->type() == QEvent::KeyRelease) return true;
     int16_t code = static_cast<int16_t>(VirtualKeyOf(ke->key()));
-    int16_t shift = ShiftOf(ke->modifiers());
+    int16_t shift = ShiftCodeOf(ke->modifiers());
     if (event->type() == QEvent::KeyPress) {
         // Return activates a dialog's default button rather than reaching the canvas.
         if (ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter) return false;
