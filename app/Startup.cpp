@@ -12,6 +12,7 @@
 #include "core/framework/Boxes.h"
 #include "core/document/Buffers.h"
 #include "core/document/CanvasSize.h"
+#include "core/document/Undo.h"
 #include "core/display/Display.h"
 #include "core/display/Form1.h"
 #include "core/frame/Form2.h"
@@ -20,6 +21,7 @@
 #include "core/framework/Host.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/MixTables.h"
+#include "core/frame/StartupSettings.h"
 #include "core/framework/Settings.h"
 #include "core/frame/AlphaMenu.h"
 #include "file/FileRows.h"
@@ -79,6 +81,7 @@ void ConnectHooks() {
     DocumentClosing.listen(Form1::Document_Closing);
     DocumentCreated.listen(Form1::Document_Created);
     AlphaSwitched.listen(ShowAlphaState);
+    PictureRestored.listen(ShowRestoredPicture);
     DisplayRedrawn.listen(Form2::AfterRedisplay);
     DisplayRedrawn.listen(MDIForm1::TitleAfterRedisplay);
 }

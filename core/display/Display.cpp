@@ -9,7 +9,6 @@
 #include "core/framework/Boxes.h"
 #include "core/document/Buffers.h"
 #include "core/display/Form1.h"
-#include "core/frame/MDIForm1.h"
 #include "core/framework/MixTables.h"
 #include "core/framework/vb.h"
 #include "native/kwpaint.h"
@@ -23,6 +22,7 @@ int RefreshStride16 = 0, RefreshRows16 = 0;
 uint8_t DisplayBroken = 0, BlitOnly = 0;
 int16_t MarqueePhase = 255, MarqueeDelay = 0;
 Hook<> DisplayRedrawn;
+DisplayChoices Choices;
 
 namespace {
 constexpr uint32_t OutsideColour = 0x505050;  // the window beyond the picture's edge
@@ -57,18 +57,6 @@ RefreshRoute ChooseRefreshRoute(int bits, int zoom, bool mixing, bool force15) {
     return RefreshRoute::Zoom32;
 }
 
-const uint8_t* ActiveMixTable() {
-    if (!Menus::MixSwapNone.Checked) return nullptr;
-    // The tests run one after another: with two checked, the later one wins.
-    const uint8_t* t = nullptr;
-    if (Menus::MixSwap_Add.Checked) t = MixAdd;
-    if (Menus::MixSwapSub.Checked) t = MixSub;
-    if (Menus::MixSwapMult.Checked) t = MixMult;
-    if (Menus::MixSwapDiv.Checked) t = MixDiv;
-    if (Menus::MixSwapScreen.Checked) t = MixScreen;
-    if (Menus::MixaroundGrey.Checked) t = MixAroundGrey;
-    return t;
-}
 
 void DemensionRefreshBuff() {
     DisplayBroken = 0;
@@ -108,8 +96,8 @@ void Convert(int l, int t, int r, int b) {
     if (BufR.empty() || W <= 0 || H <= 0) return;
     int z = App.ZoomPercent;
     int ox = ScreenBitmap.OriginX, oy = ScreenBitmap.OriginY;
-    const uint8_t* mix = ActiveMixTable();
-    RefreshRoute route = ChooseRefreshRoute(DisplayBits, z, mix != nullptr, MDIForm1::prefs_Disp_15bit.Checked);
+    const uint8_t* mix = Choices.mixTable;
+    RefreshRoute route = ChooseRefreshRoute(DisplayBits, z, mix != nullptr, Choices.force15);
     uint32_t* d32 = RefreshBuff32.data();
     uint16_t* d16 = RefreshBuff16.data();
     int s32 = RefreshStride32, r32 = RefreshRows32, s16 = RefreshStride16, r16 = RefreshRows16;
@@ -195,6 +183,11 @@ void ResizeWindow() {
     long long w = static_cast<long long>(BufferWidth()) * App.ZoomPercent / 100;
     long long h = static_cast<long long>(BufferHeight()) * App.ZoomPercent / 100;
     host().SetCanvasWindowSize(static_cast<int>(std::max(0LL, w)), static_cast<int>(std::max(0LL, h)));
+}
+
+void ShowRestoredPicture(bool alphaOn) {
+    if (alphaOn) InitMarquee();
+    RedisplayWindow();
 }
 
 void Refresh_Click() {

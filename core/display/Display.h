@@ -29,6 +29,9 @@ void RedisplayWindow();
 // The whole picture was shown anew: the tool panel's preview, the info box and
 // the frame's title follow it.
 extern Hook<> DisplayRedrawn;
+// Listens to undo and redo: the marquee outlines the restored alpha, and the
+// restored picture is shown.
+void ShowRestoredPicture(bool alphaOn);
 void ResizeWindow();
 void Refresh_Click();
 void InitMarquee();
@@ -36,8 +39,13 @@ void DisplayMarquee();
 // Converts and shows one rectangle of the picture, in buffer pixels (right and
 // bottom exclusive): the route a stroke takes for its dirty rectangle.
 void RefreshRect(int left, int top, int right, int bottom);
-// The mixing table the checked layer entry selects, or nullptr when mixing is off.
-const uint8_t* ActiveMixTable();
+// What the frame's menus chose for the display: the mixing table of layer
+// mixing (nullptr when off) and the 15-bit route on 16-bit surfaces.
+struct DisplayChoices {
+    const uint8_t* mixTable = nullptr;
+    bool force15 = false;
+};
+extern DisplayChoices Choices;
 
 // Which kwpaint route a redisplay takes, by surface depth and zoom.
 enum class RefreshRoute { Fast32, FastMix32, Zoom32, Zoom24, Fast16, FastMix16, Zoom16, Zoom15 };

@@ -7,13 +7,13 @@
 
 #include "core/framework/AppState.h"
 #include "core/document/Buffers.h"
-#include "core/display/Display.h"
 #include "native/kwpaint.h"
 
 Plane3 UndoRingR, UndoRingG, UndoRingB, UndoRingA;
 std::vector<UndoSlotState> UndoStateRing;
 int16_t UndoIndex = 0, UndoLast = 0, UndoDirection = 0, UndoFresh = 0;
 UndoSlotState CurState;
+Hook<bool> PictureRestored;
 
 namespace {
 int16_t Below(int16_t i) { return i - 1 < 0 ? UndoLast : static_cast<int16_t>(i - 1); }
@@ -143,8 +143,7 @@ void RepaintUndo() {
     kwpaint::Kel_CopyMem(UndoRingA.slot(UndoIndex), BufA.data(), n);
     UndoIndex = Above(UndoIndex);
     UndoDirection = 1;
-    if (s.alphaOn) InitMarquee();
-    RedisplayWindow();
+    PictureRestored.raise(s.alphaOn != 0);
 }
 
 void Redo() {
@@ -158,6 +157,5 @@ void Redo() {
     CopyPicture(BufB, UndoRingB, UndoIndex, false);
     CopyPicture(BufA, UndoRingA, UndoIndex, false);
     UndoDirection = -1;
-    if (s.alphaOn) InitMarquee();
-    RedisplayWindow();
+    PictureRestored.raise(s.alphaOn != 0);
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/framework/Hook.h"
 #include "core/framework/Plane.h"
 
 extern Plane3 UndoRingR, UndoRingG, UndoRingB, UndoRingA;
@@ -19,6 +20,8 @@ int16_t UndoSlotsForBudget(int32_t megs, double w, double h);
 void SaveUndo();
 void RepaintUndo();
 void Redo();
+// Undo or redo put a snapshot back, with alpha on or off: the display shows it.
+extern Hook<bool> PictureRestored;
 void GetCurrentState();
 
 // A ring built aside, to be installed only when the whole document was allocated.

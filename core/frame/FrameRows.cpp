@@ -16,6 +16,7 @@
 #include "core/frame/Nav.h"
 #include "core/frame/WindowMenu.h"
 #include "core/framework/Codes.h"
+#include "core/frame/StartupSettings.h"
 #include "core/framework/Settings.h"
 
 namespace {

@@ -35,6 +35,9 @@ void MDIbackgroundBitmap_Click();
 // One of the refresh methods is checked at a time.
 void RefreshMethod_Pick(MenuEntry& chosen);
 void Toggle(MenuEntry& e);
+// The display follows the check marks of layer mixing and of the 15-bit route:
+// every procedure that changes them calls this.
+void DisplayChoicesChanged();
 }  // namespace MDIForm1
 
 // The hidden window that owns the popup menus.
@@ -47,6 +50,8 @@ extern MenuEntry TBaster, Baster1, baster5, baster9;  // one checked at a time
 void MixSwapNone_Click();
 // One mixing method, or one baster size, is checked at a time.
 void MixPick(MenuEntry& chosen);
+// The mixing table the checked layer entry selects, or nullptr when mixing is off.
+const uint8_t* ActiveMixTable();
 void BasterPick(MenuEntry& chosen);
 }  // namespace Menus
 

@@ -12,6 +12,7 @@
 #include "core/frame/AlphaMenu.h"
 #include "core/frame/BufferMenu.h"
 #include "core/frame/MDIForm1.h"
+#include "core/framework/MixTables.h"
 #include "core/frame/Nav.h"
 #include "core/frame/FatBits.h"
 #include "core/frame/MemoryOptions.h"
@@ -102,7 +103,15 @@ struct Wiring {
 } wiring;
 }  // namespace
 
-void Toggle(MenuEntry& e) { e.Checked = !e.Checked; }
+void Toggle(MenuEntry& e) {
+    e.Checked = !e.Checked;
+    DisplayChoicesChanged();
+}
+
+void DisplayChoicesChanged() {
+    Choices.mixTable = Menus::ActiveMixTable();
+    Choices.force15 = prefs_Disp_15bit.Checked;
+}
 
 std::string ComposeTitle() {
     std::string t = "Project Kelpwick  ";
@@ -188,8 +197,22 @@ struct Wiring {
 } wiring;
 }  // namespace
 
+const uint8_t* ActiveMixTable() {
+    if (!MixSwapNone.Checked) return nullptr;
+    // The tests run one after another: with two checked, the later one wins.
+    const uint8_t* t = nullptr;
+    if (MixSwap_Add.Checked) t = MixAdd;
+    if (MixSwapSub.Checked) t = MixSub;
+    if (MixSwapMult.Checked) t = MixMult;
+    if (MixSwapDiv.Checked) t = MixDiv;
+    if (MixSwapScreen.Checked) t = MixScreen;
+    if (MixaroundGrey.Checked) t = MixAroundGrey;
+    return t;
+}
+
 void MixSwapNone_Click() {
     MixSwapNone.Checked = !MixSwapNone.Checked;
+    MDIForm1::DisplayChoicesChanged();
     RedisplayWindow();
 }
 
@@ -200,6 +223,7 @@ void BasterPick(MenuEntry& chosen) {
 void MixPick(MenuEntry& chosen) {
     for (MenuEntry* e : {&MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen, &MixaroundGrey})
         e->Checked = e == &chosen;
+    MDIForm1::DisplayChoicesChanged();
     RedisplayWindow();
 }
 }  // namespace Menus

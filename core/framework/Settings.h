@@ -5,9 +5,6 @@
 
 std::string GetSetting(const std::string& key, const std::string& deflt);
 void SaveSetting(const std::string& key, const std::string& value);
-// Reads the seven keys in their order at start-up.
-void ReadStartupSettings();
-void Prefs_Save_Click();
 // Boolean text as the classic runtime writes it.
 std::string BoolText(bool v);
 bool ParseBoolText(const std::string& s, bool deflt);

@@ -43,9 +43,9 @@ TEST_F(DisplayTest, LayerMixShowsTheMixAndLeavesTheBuffers) {
     // with two entries checked, the later test wins
     Menus::MixaroundGrey.Checked = true;
     Menus::MixSwapSub.Checked = true;
-    EXPECT_EQ(ActiveMixTable(), MixAroundGrey);
+    EXPECT_EQ(Menus::ActiveMixTable(), MixAroundGrey);
     Menus::MixSwapNone.press();
-    EXPECT_EQ(ActiveMixTable(), nullptr);
+    EXPECT_EQ(Menus::ActiveMixTable(), nullptr);
     EXPECT_EQ((Screen(1, 1) >> 16) & 255, 200u);
     Menus::MixSwap_Add.press();
 }

@@ -8,6 +8,7 @@
 #include "core/frame/Form3.h"
 #include "core/frame/KeyboardHelp.h"
 #include "core/frame/WindowMenu.h"
+#include "core/frame/StartupSettings.h"
 #include "core/framework/Settings.h"
 #include "tests/core/CoreFixture.h"
 
