@@ -99,73 +99,91 @@ WellButton& Well(int i) { return *Wells.at(static_cast<size_t>(i)); }
 PictureBox& StockBrush(int i) { return *StockBrushes.at(static_cast<size_t>(i)); }
 
 namespace {
+// The tool buttons: one option group, and the tips of the buttons without a row.
+void SetUpToolButtons() {
+    // A tool's row brings its own tip and shows its button.
+    const std::pair<OptionButton*, const char*> tools[] = {
+        {&Option2, "Upper left, unfilled rectangle.  Lower right, filled rectangle.  Right click for settings.  Keyboard r/R"},
+        {&Option3, "Upper left, unfilled ellipse.  Lower right, filled ellipse.  Right click for settings"},
+        {&Option4, "Flood fill..  Right click for settings."},
+        {&Option13, "Lasso to alpha.  Yee-haw!"},
+        {&Option14, "Rectangle to Alpha.  Alt to add or subtract."},
+        {&Option15, "Ellipse to Alpha.  Alt to add or subtract."},
+        {&Option16, "Magic wand.  Right click for settings.  Alt for add or subtract."},
+        {&Option17, "The curve tool."},
+        {&Option18, "Linear tool.  Right click for tools.  Keyboard v"},
+        {&Option19, "Text.  Right click for options."},
+        {&Option20, "Custom brush selector tool.  Right click for options.  Keyboard  'b'"}};
+    for (auto [tool, tip] : tools) tool->ToolTipText = tip;
+    for (OptionButton* tool : {&Option1, &Option2, &Option3, &Option4, &Option6, &Option13, &Option14, &Option15,
+                               &Option16, &Option17, &Option18, &Option19, &Option20})
+        tool->Group = 10;
+}
+
+// The current brush, its palette, the size and the painting modes.
+void SetUpBrushControls() {
+    Picture1.ToolTipText = "Current brush.  Left click for more brushes.  Right click for options";
+    Picture1.Cls(0xFFFFFF);
+    for (int i = 0; i < StockBrushCount; ++i) {
+        StockBrush(i).Visible.setQuietly(false);
+        StockBrush(i).Group = 20 + i / 5;  // the palette in rows of five
+    }
+    HScroll5.Caption.setQuietly("Size");
+    HScroll5.ToolTipText = "Size of the natural brush";
+    for (const char* mode : {"Default", "Additive", "Subtractative", "Multiply", "Divide", "Screen", "Around grey",
+                             "Rubthrough", "Panto", "Smear", "Pattern", "Offset pattern"})
+        Combo4.items.push_back(mode);
+    Combo4.ListIndex.setQuietly(0);
+    Combo4.ToolTipText = "Painting mode";
+}
+
+// The colours, opacity, step and the buttons under them.
+void SetUpColourControls() {
+    Shape4.Caption.setQuietly("Primary");
+    Shape4.FillColor.setQuietly(0x000000);
+    Shape1.Caption.setQuietly("Secondary");
+    Shape1.FillColor.setQuietly(0xFFFFFF);
+    HScroll1.Caption.setQuietly("Red");
+    hscroll2.Caption.setQuietly("Green");
+    hscroll3.Caption.setQuietly("Blue");
+    HScroll4.Caption.setQuietly("Opacity");
+    HScroll4.ToolTipText = "Opacity of brush and fill tools.";
+    slider1.Caption.setQuietly("Step");
+    slider1.ToolTipText = "Step value for brushes in pixels.";
+    Command1.ToolTipText = "Clear the buffer to the secondary colour (K)";
+    Command1.Group = LayerButton.Group = 1;
+    LayerButton.ToolTipText = "Layer mixing of the main and swap buffers";
+    Shape4.Group = Shape1.Group = 2;
+}
+
+// The paper, the pickers' tabs and the wells' file list.
+void SetUpPaperAndPickers() {
+    Check1.ToolTipText = "paint recievies an embossed effect";
+    Check2.ToolTipText = "Paint is applied rouphly to the paper like dry paint.";
+    Check3.ToolTipText = "inverts the paper texture.";
+    Check1.Group = Check2.Group = Check3.Group = 3;
+    HScroll6.Caption.setQuietly("Paper");
+    HScroll6.ToolTipText = "Strength of the paper texture.";
+    const char* paperTips[] = {"A watercolor paper", "Canvass", "A cold pressed rouph surface",
+                               "Plaster like surface", "Rouph paper", "More rouph paper"};
+    PictureBox* papers[] = {&Image1, &Image2, &Image3, &Image4, &Image5, &Image6};
+    for (int i = 0; i < 6; ++i) {
+        papers[i]->ToolTipText = paperTips[i];
+        papers[i]->Group = 4;
+    }
+    Picture8.Visible.setQuietly(false);
+    for (const char* tab : {"rgb", "rgb2", "sv", "wheel"}) TabBox.items.push_back(tab);
+    TabBox.ListIndex.setQuietly(0);
+    Combo5.ToolTipText = "Load a well file.";
+    File1.Visible.setQuietly(false);
+}
+
 struct Wiring {
     Wiring() {
-        // The tips of the tool buttons that have no row; a tool's row brings its
-        // own tip and shows its button.
-        const std::pair<OptionButton*, const char*> tools[] = {
-            {&Option2, "Upper left, unfilled rectangle.  Lower right, filled rectangle.  Right click for settings.  Keyboard r/R"},
-            {&Option3, "Upper left, unfilled ellipse.  Lower right, filled ellipse.  Right click for settings"},
-            {&Option4, "Flood fill..  Right click for settings."},
-            {&Option13, "Lasso to alpha.  Yee-haw!"},
-            {&Option14, "Rectangle to Alpha.  Alt to add or subtract."},
-            {&Option15, "Ellipse to Alpha.  Alt to add or subtract."},
-            {&Option16, "Magic wand.  Right click for settings.  Alt for add or subtract."},
-            {&Option17, "The curve tool."},
-            {&Option18, "Linear tool.  Right click for tools.  Keyboard v"},
-            {&Option19, "Text.  Right click for options."},
-            {&Option20, "Custom brush selector tool.  Right click for options.  Keyboard  'b'"}};
-        for (auto [tool, tip] : tools) tool->ToolTipText = tip;
-        for (OptionButton* tool : {&Option1, &Option2, &Option3, &Option4, &Option6, &Option13, &Option14, &Option15,
-                                   &Option16, &Option17, &Option18, &Option19, &Option20})
-            tool->Group = 10;
-        Option2.Tag = Option3.Tag = "unfilled";
-        Picture1.ToolTipText = "Current brush.  Left click for more brushes.  Right click for options";
-        Picture1.Cls(0xFFFFFF);
-        for (int i = 0; i < StockBrushCount; ++i) {
-            StockBrush(i).Visible.setQuietly(false);
-            StockBrush(i).Group = 20 + i / 5;  // the palette in rows of five
-        }
-        HScroll5.Caption.setQuietly("Size");
-        HScroll5.ToolTipText = "Size of the natural brush";
-        for (const char* mode : {"Default", "Additive", "Subtractative", "Multiply", "Divide", "Screen", "Around grey",
-                                 "Rubthrough", "Panto", "Smear", "Pattern", "Offset pattern"})
-            Combo4.items.push_back(mode);
-        Combo4.ListIndex.setQuietly(0);
-        Combo4.ToolTipText = "Painting mode";
-        Shape4.Caption.setQuietly("Primary");
-        Shape4.FillColor.setQuietly(0x000000);
-        Shape1.Caption.setQuietly("Secondary");
-        Shape1.FillColor.setQuietly(0xFFFFFF);
-        HScroll1.Caption.setQuietly("Red");
-        hscroll2.Caption.setQuietly("Green");
-        hscroll3.Caption.setQuietly("Blue");
-        HScroll4.Caption.setQuietly("Opacity");
-        HScroll4.ToolTipText = "Opacity of brush and fill tools.";
-        slider1.Caption.setQuietly("Step");
-        slider1.ToolTipText = "Step value for brushes in pixels.";
-        Command1.ToolTipText = "Clear the buffer to the secondary colour (K)";
-        Command1.Group = LayerButton.Group = 1;
-        LayerButton.ToolTipText = "Layer mixing of the main and swap buffers";
-        Shape4.Group = Shape1.Group = 2;
-        Check1.ToolTipText = "paint recievies an embossed effect";
-        Check2.ToolTipText = "Paint is applied rouphly to the paper like dry paint.";
-        Check3.ToolTipText = "inverts the paper texture.";
-        Check1.Group = Check2.Group = Check3.Group = 3;
-        HScroll6.Caption.setQuietly("Paper");
-        HScroll6.ToolTipText = "Strength of the paper texture.";
-        const char* paperTips[] = {"A watercolor paper", "Canvass", "A cold pressed rouph surface",
-                                   "Plaster like surface", "Rouph paper", "More rouph paper"};
-        PictureBox* papers[] = {&Image1, &Image2, &Image3, &Image4, &Image5, &Image6};
-        for (int i = 0; i < 6; ++i) {
-            papers[i]->ToolTipText = paperTips[i];
-            papers[i]->Group = 4;
-        }
-        Picture8.Visible.setQuietly(false);
-        for (const char* tab : {"rgb", "rgb2", "sv", "wheel"}) TabBox.items.push_back(tab);
-        TabBox.ListIndex.setQuietly(0);
-        Combo5.ToolTipText = "Load a well file.";
-        File1.Visible.setQuietly(false);
+        SetUpToolButtons();
+        SetUpBrushControls();
+        SetUpColourControls();
+        SetUpPaperAndPickers();
     }
 } wiring;
 }  // namespace
