@@ -104,6 +104,10 @@ OptionButton ToolB(Scratch, "ToolB", "B", 7);
 OptionButton Other(Scratch, "Other", "C", 8);
 
 TEST(Tables, TheInstallerRefusesRowsThatWouldBindASlotTwice) {
+    // The scratch controls outlive the test: their slots start empty in every run.
+    Leaf.Click = nullptr;
+    Strength.Change = nullptr;
+    Swatch.MouseDown = nullptr;
     CommandTable table;
     Rows good;
     good.menus = {{&Leaf, [] {}}};

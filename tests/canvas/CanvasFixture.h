@@ -44,6 +44,7 @@ protected:
         App.LockCount = 0;
         App.WaitingForClick = 0;
         App.CustomBrushOn = 0;
+        App.CtrlDragTime = 0;  // a drag of an earlier test must not hold this one back
         Form1::Timer1.TimerEnabled = false;
         ClearAllGads();
         Form2::Option1.Value = true;
