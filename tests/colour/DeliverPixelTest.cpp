@@ -1,8 +1,7 @@
-// The logic layer of DeliverPixel against a slow reference that reads the
-// globals: the settings it builds (each fill mode's arithmetic, not its table;
-// the gradient, brush and paper it picks; noise drawn from the shared
-// generator), the state it hands back, the classic single-pixel entry and the
-// fill. The pipeline's every combination is the kernel's test, in tests/native.
+// The logic layer of DeliverPixel: the settings it builds from the globals
+// (each fill mode's table, the gradient and brush it picks, noise drawn from the
+// shared generator), the state it hands back, the classic single-pixel entry and
+// the fill. The pipeline's every combination is the kernel's test, in tests/native.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,113 +20,19 @@ using kwmode::FillMode;
 using kwmode::FillStyle;
 constexpr int W = 13, H = 9;
 
-
 int RoundF(float v) { return static_cast<int>(std::nearbyint(v)); }
 int RoundD(double v) { return static_cast<int>(std::nearbyint(v)); }
-int Clamp(int v) { return std::clamp(v, 0, 255); }
-
-struct Ref {
-    int32_t R = 0, G = 0, B = 0;
-    int16_t opacitySaved = 0, opacityInverse = 0;
-};
-
-// The colour of the fill style from the gradient and brush globals; the gradient's opacity.
-int StyleColour(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2, int Y2) {
-    const int gi = App.GradientIndex;
-    int ga = 255;
-    auto look = [&](float t) {
-        const int p = std::clamp(RoundF(t), 0, 255);
-        s.R = Grad(p, 0, gi), s.G = Grad(p, 1, gi), s.B = Grad(p, 2, gi), ga = Grad(p, 3, gi);
-    };
-    auto brush = [&](int u, int v) { s.R = BrushR(u, v), s.G = BrushG(u, v), s.B = BrushB(u, v); };
-    const float w = X2 - X1, h = Y2 - Y1;
-    switch (App.FillStyle) {
-        case FillStyle::Horizontal:
-        case FillStyle::FitHorizontal: look((X - X1) * (255 / (w <= 0 ? 0.01f : w))); break;
-        case FillStyle::Vertical: look((Y - Y1) * (255 / (h <= 0 ? 0.01f : h))); break;
-        case FillStyle::Circular: {
-            const float a = (X - w / 2 - X1) * (255 / (w == 0 ? 1 : w)), b = (Y - h / 2 - Y1) * (255 / (h == 0 ? 1 : h));
-            look((a * a + b * b) / 128);
-            break;
-        }
-        case FillStyle::TileBrush:
-            if (BrushWidth > 0) brush(X % BrushWidth, Y % BrushHeight);
-            break;
-        case FillStyle::FitBrush:
-            if (BrushWidth > 0) {
-                const float fl = App.BrushInterpolate ? 0.001f : 0.01f;
-                const float fx = (BrushWidth - 1) / 255.0f * ((X - X1) * (255 / (w <= 0 ? fl : w)));
-                const float fy = (BrushHeight - 1) / 255.0f * ((Y - Y1) * (255 / (h <= 0 ? fl : h)));
-                if (App.BrushInterpolate == 0) {
-                    brush(RoundF(fx), RoundF(fy));
-                    break;
-                }
-                const int u = static_cast<int>(std::floor(fx)), v = static_cast<int>(std::floor(fy));
-                const float ax = fx - u, bx = 1 - ax, ay = fy - v, by = 1 - ay;
-                auto bil = [&](Plane& p) {
-                    return RoundF((p(u, v) * bx + p(u + 1, v) * ax) * by + (p(u, v + 1) * bx + p(u + 1, v + 1) * ax) * ay);
-                };
-                s.R = bil(BrushR), s.G = bil(BrushG), s.B = bil(BrushB);
-            }
-            break;
-        default: s.R = colour & 255, s.G = (colour >> 8) & 255, s.B = (colour >> 16) & 255;
+// Each fill mode from its arithmetic, for one channel against the picture's value.
+int ModeChannel(FillMode mode, int v, int old, int swap) {
+    switch (mode) {
+        case FillMode::Add: return std::min(v + old, 255);
+        case FillMode::Subtract: return std::max(old - v, 0);
+        case FillMode::Multiply: return v * old / 255;
+        case FillMode::Divide: return old == 0 ? 255 : std::min(255, RoundF(static_cast<float>(v) / old * 255.0f));
+        case FillMode::Screen: return RoundD(old + (255.0 - old) / 255.0 * v);
+        case FillMode::Rubthrough: return swap;
+        default: return v;  // default and alpha lay the colour on
     }
-    return ga;
-}
-
-// Each fill mode from its arithmetic, against the picture as it is.
-void ModeColour(Ref& s, int X, int Y) {
-    int32_t* const c[3] = {&s.R, &s.G, &s.B};
-    const int old[3] = {BufR(X, Y), BufG(X, Y), BufB(X, Y)};
-    const Plane* const swap[3] = {&SwapR, &SwapG, &SwapB};
-    for (int k = 0; k < 3; ++k) {
-        int32_t& v = *c[k];
-        switch (App.FillMode) {
-            case FillMode::Add: v = std::min(v + old[k], 255); break;
-            case FillMode::Subtract: v = std::max(old[k] - v, 0); break;
-            case FillMode::Multiply: v = v * old[k] / 255; break;
-            case FillMode::Divide:
-                v = old[k] == 0 ? 255 : std::min(255, RoundF(static_cast<float>(v) / old[k] * 255.0f));
-                break;
-            case FillMode::Screen: v = RoundD(old[k] + (255.0 - old[k]) / 255.0 * v); break;
-            case FillMode::Rubthrough: v = (*swap[k])(X, Y); break;
-            default: break;  // default and alpha lay the colour on
-        }
-    }
-}
-
-// One pixel as the steps read: style, gradient opacity, mode, noise, bump, drybrush, opacity, alpha.
-uint32_t Reference(Ref& s, uint32_t colour, int X, int Y, int X1, int Y1, int X2, int Y2) {
-    int opacity = RoundD(App.Opacity * StyleColour(s, colour, X, Y, X1, Y1, X2, Y2) / 255.0);
-    s.opacitySaved = static_cast<int16_t>(opacity);
-    ModeColour(s, X, Y);
-    int32_t* const c[3] = {&s.R, &s.G, &s.B};
-    const int old[3] = {BufR(X, Y), BufG(X, Y), BufB(X, Y)};
-    if (App.NoiseAmount > 0) {
-        const double N = App.NoiseAmount;
-        if (App.NoiseMode == 1) {
-            for (int k = 0; k < 3; ++k) *c[k] = Clamp(RoundD(*c[k] + (vb::Rnd() - 0.5) * (k == 1 ? N * 1.1 : N)));
-        } else {
-            const int n = RoundD((vb::Rnd() - 0.5) * N), m = std::max({s.R, s.G, s.B});
-            const int k = m > 0 ? RoundD(255.0 / m) : 255;
-            for (int32_t* v : c) *v = Clamp(RoundD(*v + n * (*v * k) / 255.0));
-        }
-    }
-    if (BumpinessOn)
-        for (int32_t* v : c) *v = Clamp(RoundF(*v + PaperF(X % PaperWidth, Y % PaperHeight) * 255));
-    if (DrybrushOn) {
-        const int p = PaperB(X % PaperWidth, Y % PaperHeight);
-        opacity = RoundF(s.opacitySaved - (NegativeOn ? p : 255 - p) * OpacityFraction * PaperStrength);
-    }
-    opacity = std::max(opacity, 0);
-    s.opacityInverse = static_cast<int16_t>(255 - opacity);
-    const int a = BufA(X, Y) | App.AlphaOff;
-    int out[3];
-    for (int k = 0; k < 3; ++k) {
-        out[k] = (*c[k] * opacity + old[k] * (255 - opacity)) / 255;
-        if (a < 255) out[k] = (old[k] * (255 - a) + out[k] * a) / 255;
-    }
-    return vb::RGB(out[0], out[1], out[2]);
 }
 
 void FillRandom(Plane& p, std::mt19937& rng) {
@@ -184,52 +89,63 @@ protected:
     ScriptedHost host;
 };
 
-TEST_F(DeliverPixelTest, BuildsItsSettingsFromTheGlobalsAndHandsTheStateBack) {
-    struct Style {
-        FillStyle style;
-        int interpolate, brush;
-    };
-    const Style styles[] = {{FillStyle::Colour, 1, 5},    {FillStyle::Horizontal, 1, 5}, {FillStyle::FitHorizontal, 1, 5},
-                            {FillStyle::Vertical, 1, 5},  {FillStyle::Circular, 1, 5},   {FillStyle::TileBrush, 1, 5},
-                            {FillStyle::FitBrush, 1, 5},  {FillStyle::FitBrush, 0, 5},   {FillStyle::TileBrush, 1, 0},
-                            {FillStyle::FitBrush, 1, 0}};
+TEST_F(DeliverPixelTest, EachFillModeTakesItsTableFromTheGlobals) {
+    // Full opacity, no paper, no noise, alpha off: what comes out is the mode alone.
+    SetOpacity(255, 1.0f);
+    const int colour[3] = {200, 90, 17};
+    for (int mode = 0; mode <= 7; ++mode) {
+        App.FillMode = static_cast<FillMode>(mode);
+        DeliverRun run = DeliverBegin();
+        for (int y = 0; y < H; ++y)
+            for (int x = 0; x < W; ++x) {
+                const uint32_t got = DeliverPixel(run.settings, run.state, vb::RGB(colour[0], colour[1], colour[2]), x,
+                                                  y, 0, 0, W - 1, H - 1);
+                const uint32_t want = vb::RGB(ModeChannel(App.FillMode, colour[0], BufR(x, y), SwapR(x, y)),
+                                              ModeChannel(App.FillMode, colour[1], BufG(x, y), SwapG(x, y)),
+                                              ModeChannel(App.FillMode, colour[2], BufB(x, y), SwapB(x, y)));
+                ASSERT_EQ(got, want) << "mode " << mode << " at " << x << "," << y;
+            }
+    }
+}
+
+TEST_F(DeliverPixelTest, GradientBrushNoiseAndStateComeFromAndGoBackToTheGlobals) {
+    SetOpacity(255, 1.0f);
     const uint32_t colour = vb::RGB(200, 90, 17);
-    int checked = 0;
-    for (const Style& st : styles)
-        for (int mode = 0; mode <= 7; ++mode)
-            for (int paper : {0, 1})
-                for (int noise : {0, 1, 2}) {
-                    SCOPED_TRACE(::testing::Message() << "style " << int(st.style) << st.interpolate << st.brush
-                                                      << " mode " << mode << " paper " << paper << " noise " << noise);
-                    App.FillStyle = st.style, App.FillMode = static_cast<FillMode>(mode);
-                    App.BrushInterpolate = st.interpolate;
-                    BrushWidth = st.brush, BrushHeight = st.brush ? 4 : 0;
-                    BumpinessOn = DrybrushOn = paper;
-                    if (NegativeOn != paper) NegativeOn = paper, RefreshPaperBuff();
-                    App.AlphaOff = 0, App.NoiseAmount = noise ? 60 : 0, App.NoiseMode = noise == 1;
-                    SetOpacity(130, 130 / 255.0f);
-                    DeliverKept = {11, 22, 33, 0};  // what a brush style without a brush repeats
-                    Ref ref{11, 22, 33, 0, 0};
-                    std::vector<uint32_t> got, want;
-                    vb::Randomize(99);
-                    DeliverRun run = DeliverBegin();
-                    for (int y = 0; y < H; ++y)
-                        for (int x = 0; x < W; ++x)
-                            got.push_back(DeliverPixel(run.settings, run.state, colour, x, y, 0, 0, W - 1, H - 1));
-                    DeliverEnd(run.state);
-                    const double nextAfterFill = vb::Rnd();
-                    vb::Randomize(99);
-                    for (int y = 0; y < H; ++y)
-                        for (int x = 0; x < W; ++x) want.push_back(Reference(ref, colour, x, y, 0, 0, W - 1, H - 1));
-                    ASSERT_EQ(got, want);
-                    ASSERT_EQ(nextAfterFill, vb::Rnd()) << "the noise takes as many draws as the formulas";
-                    ASSERT_EQ(OpacitySaved, ref.opacitySaved);
-                    ASSERT_EQ(OpacityInverse, ref.opacityInverse);
-                    ASSERT_EQ(vb::RGB(DeliverKept.R, DeliverKept.G, DeliverKept.B), vb::RGB(ref.R, ref.G, ref.B));
-                    ASSERT_EQ(App.Opacity, 130) << "the caller's opacity comes back";
-                    ++checked;
-                }
-    EXPECT_EQ(checked, 10 * 8 * 2 * 3);
+    // The gradient of App.GradientIndex: a horizontal fill starts on its first step.
+    App.FillStyle = FillStyle::Horizontal;
+    DeliverRun run = DeliverBegin();
+    EXPECT_EQ(DeliverPixel(run.settings, run.state, colour, 0, 4, 0, 0, W - 1, H - 1),
+              vb::RGB(Grad(0, 0, 2), Grad(0, 1, 2), Grad(0, 2, 2)));
+    // The custom brush tiles the picture.
+    App.FillStyle = FillStyle::TileBrush;
+    run = DeliverBegin();
+    EXPECT_EQ(DeliverPixel(run.settings, run.state, colour, 7, 6, 0, 0, W - 1, H - 1),
+              vb::RGB(BrushR(2, 2), BrushG(2, 2), BrushB(2, 2)));
+    // Noise takes its draws from the shared generator: three a pixel per channel, one otherwise.
+    App.FillStyle = FillStyle::Colour;
+    App.NoiseAmount = 60;
+    for (int perChannel : {0, 1}) {
+        App.NoiseMode = static_cast<uint8_t>(perChannel);
+        vb::Randomize(99);
+        run = DeliverBegin();
+        for (int x = 0; x < W; ++x) DeliverPixel(run.settings, run.state, colour, x, 1, 0, 0, W - 1, H - 1);
+        const double next = vb::Rnd();
+        vb::Randomize(99);
+        for (int n = 0; n < W * (perChannel ? 3 : 1); ++n) vb::Rnd();
+        EXPECT_EQ(next, vb::Rnd()) << "per channel " << perChannel;
+    }
+    // The state a run starts from is the globals', and it goes back to them.
+    App.NoiseAmount = 0;
+    DeliverKept = {11, 22, 33, 0};
+    OpacitySaved = 7;
+    run = DeliverBegin();
+    EXPECT_EQ(run.state.R, 11);
+    EXPECT_EQ(run.state.opacitySaved, 7);
+    DeliverPixel(run.settings, run.state, colour, 2, 2, 0, 0, W - 1, H - 1);
+    DeliverEnd(run.state);
+    EXPECT_EQ(vb::RGB(DeliverKept.R, DeliverKept.G, DeliverKept.B), colour);
+    EXPECT_EQ(OpacitySaved, 255);
+    EXPECT_EQ(OpacityInverse, 0);
 }
 
 TEST_F(DeliverPixelTest, ClassicEntryKeepsItsColourForBrushlessStylesAndIgnoresPixelsOffThePicture) {
