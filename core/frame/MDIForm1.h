@@ -36,7 +36,7 @@ void MDIbackgroundBitmap_Click();
 void RefreshMethod_Pick(MenuEntry& chosen);
 void Toggle(MenuEntry& e);
 // The display follows the check marks of layer mixing and of the 15-bit route:
-// every procedure that changes them calls this.
+// their CheckedChange runs this.
 void DisplayChoicesChanged();
 }  // namespace MDIForm1
 

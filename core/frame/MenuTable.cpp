@@ -103,10 +103,7 @@ struct Wiring {
 } wiring;
 }  // namespace
 
-void Toggle(MenuEntry& e) {
-    e.Checked = !e.Checked;
-    DisplayChoicesChanged();
-}
+void Toggle(MenuEntry& e) { e.Checked = !e.Checked; }
 
 void DisplayChoicesChanged() {
     Choices.mixTable = Menus::ActiveMixTable();
@@ -193,6 +190,11 @@ struct Wiring {
         for (MenuEntry* e : {&MixSwapNone, &MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen,
                               &MixaroundGrey, &Baster1, &baster5, &baster9})
             e->Checkable = true;
+        // The display follows the layer mixing and 15-bit choices whoever changes them.
+        for (MenuEntry* e : {&MixSwapNone, &MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen,
+                              &MixaroundGrey})
+            e->CheckedChange = MDIForm1::DisplayChoicesChanged;
+        MDIForm1::prefs_Disp_15bit.CheckedChange = MDIForm1::DisplayChoicesChanged;
     }
 } wiring;
 }  // namespace
@@ -212,7 +214,6 @@ const uint8_t* ActiveMixTable() {
 
 void MixSwapNone_Click() {
     MixSwapNone.Checked = !MixSwapNone.Checked;
-    MDIForm1::DisplayChoicesChanged();
     RedisplayWindow();
 }
 
@@ -223,7 +224,6 @@ void BasterPick(MenuEntry& chosen) {
 void MixPick(MenuEntry& chosen) {
     for (MenuEntry* e : {&MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen, &MixaroundGrey})
         e->Checked = e == &chosen;
-    MDIForm1::DisplayChoicesChanged();
     RedisplayWindow();
 }
 }  // namespace Menus

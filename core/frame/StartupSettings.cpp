@@ -49,7 +49,6 @@ void ReadStartupSettings() {
     std::string path = ProgramFile(bitmap);
     if (!bitmap.empty() && std::filesystem::is_regular_file(path, ec)) BackBitmap = path;
     App.Silent = 0;
-    DisplayChoicesChanged();
 }
 
 void Prefs_Save_Click() {

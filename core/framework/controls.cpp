@@ -196,6 +196,10 @@ Timer::Timer(Form& f, std::string name, int interval, std::function<void()> tick
     Visible.setQuietly(false);
 }
 
+void MenuEntry::onChanged(const void* prop) {
+    if (prop == &Checked && CheckedChange) CheckedChange();
+}
+
 MenuEntry::MenuEntry(Form& f, std::string name, std::string caption, MenuEntry* parent, std::function<void()> click)
     : Control(f, std::move(name), ControlKind::MenuEntry), Parent(parent), Click(std::move(click)) {
     Caption.setQuietly(std::move(caption));

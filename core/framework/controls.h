@@ -219,10 +219,14 @@ public:
     Prop<bool> Checked{this};
     bool Checkable = false;  // the entry keeps room for a check mark: it is a switch or one of a choice
     std::function<void()> Click;
+    std::function<void()> CheckedChange;  // Checked really changed, whoever wrote it
     std::vector<MenuEntry*> children;
     void press() {
         if (Click && Enabled) Click();
     }
+
+protected:
+    void onChanged(const void* prop) override;
 };
 
 // A window or panel. Its controls register themselves in declaration order.

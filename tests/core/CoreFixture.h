@@ -22,7 +22,6 @@ protected:
         App.UndoMegs = 14;
         MDIForm1::AlphaEnable.Checked = false;
         Menus::MixSwapNone.Checked = false;
-        MDIForm1::DisplayChoicesChanged();
         DisplayBroken = 0;
         Form2::Shape1.FillColor = 0xFFFFFF;
         host.surface.reset();
