@@ -67,30 +67,19 @@ TEST(Tables, EveryKeyRunsItsOwnRowOnly) {
         EXPECT_TRUE(presses.count({k, 0})) << k;
 }
 
-TEST(Tables, ToolButtonsAreTheToolGroupsAndOnlyToolsWithRowsShow) {
+TEST(Tables, ToolButtonsAreTheToolGroupsAndTheToolDownIsTheButtonDown) {
+    // Hiding the buttons without a row is the installer's, checked on a scratch form below.
     const auto& tools = Commands().rows().tools;
-    ASSERT_EQ(tools.size(), 2u);
-    EXPECT_EQ(tools[0].button, &Form2::Option1);
-    EXPECT_EQ(tools[1].button, &Form2::Option6);
+    ASSERT_FALSE(tools.empty());
     for (const ToolRow& t : tools) {
         EXPECT_EQ(&t.button->form, &Form2::form);
         EXPECT_EQ(t.button->OptionGroup, Form2::Option1.OptionGroup);
         EXPECT_EQ(t.button->ToolTipText, t.toolTip);
-        EXPECT_TRUE(t.move) << t.button->Name;
+        EXPECT_TRUE(t.button->Visible) << t.button->Name;
+        t.button->Value = true;
+        EXPECT_EQ(Commands().toolDown(), &t);
     }
-    for (OptionButton* b : {&Form2::Option2, &Form2::Option3, &Form2::Option4, &Form2::Option13, &Form2::Option14,
-                            &Form2::Option15, &Form2::Option16, &Form2::Option17, &Form2::Option18, &Form2::Option19,
-                            &Form2::Option20}) {
-        EXPECT_FALSE(b->Visible) << b->Name;
-        EXPECT_FALSE(b->ToolTipText.empty()) << b->Name << " keeps its tip for when it comes";
-    }
-    EXPECT_TRUE(Form2::Option1.Visible);
-    EXPECT_TRUE(Form2::Option6.Visible);
-    Form2::Option6.Value = true;
-    EXPECT_EQ(Commands().toolDown(), &tools[1]);
-    EXPECT_FALSE(tools[1].marksPicture) << "the baster takes no undo step";
     Form2::Option1.Value = true;
-    EXPECT_EQ(Commands().toolDown(), &tools[0]);
 }
 
 // A form of its own, so that the refused rows touch nothing of the program.
