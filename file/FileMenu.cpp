@@ -96,36 +96,12 @@ void FinishLoad(const TargaLoadResult& r, const std::string& displayName) {
     Form1::form.Caption = displayName;
 }
 
-}  // namespace
-
-void Open_Click() {
-    DirectoryKeeper keeper;
-    const std::string oldCaption = Form1::form.Caption;
-    const std::string oldFileName = FileName;
-    CommonDialog1.Title = "Open a file";
-    CommonDialog1.Filter = OpenFilter;
-    CommonDialog1.FileName = FileName;
-    auto chosen = host().OpenFileDialog(CommonDialog1);
-    if (!chosen) return LoadExitSteps(keeper);
-    FileName = *chosen;
+// Reads FileName into the main buffer, a Targa directly or anything else through
+// the conversion service (a real Targa too, when the user chose so).
+void LoadPicture(bool throughConversion, const DirectoryKeeper& keeper) {
     const std::string displayName = FileName;
-    auto giveUp = [&] {
-        FileName = oldFileName;
-        Form1::form.Caption = oldCaption;
-    };
-    const int index = CommonDialog1.FilterIndex;
-    if (index == 1 && CheckforTGA(FileName) != 0 &&
-        Kelpwick_QuestionBox("The file extention is not '.tga'.  Proceed only if you're sure this is a targa") != 1)
-        return giveUp();
-    if (CheckExtention(FileName) != 0 &&
-        Kelpwick_QuestionBox("The file extention is unknown.  Try to load anyway?") != 1)
-        return giveUp();
-    if (FreeAnimationForLoad && !FreeAnimationForLoad()) return;
-    if (Kelpwick_QuestionBox("This will replace the existing buffer.  Lose current changes?") != 1) return giveUp();
-
     std::string readPath = FileName;
-    if (index >= 2) {
-        // Through the conversion service, a real Targa too.
+    if (throughConversion) {
         std::string temp = TempFile("TempTga.tga");
         if (ConvertToTarga(FileName, temp) != 0) return keeper.restore();
         readPath = temp;
@@ -140,6 +116,47 @@ void Open_Click() {
         Kelpwick_MsgBox("Not enough memory to load " + displayName + ".");
     }
     LoadExitSteps(keeper);
+}
+
+}  // namespace
+
+void Open_Click() {
+    DirectoryKeeper keeper;
+    const std::string oldCaption = Form1::form.Caption;
+    const std::string oldFileName = FileName;
+    CommonDialog1.Title = "Open a file";
+    CommonDialog1.Filter = OpenFilter;
+    CommonDialog1.FileName = FileName;
+    auto chosen = host().OpenFileDialog(CommonDialog1);
+    if (!chosen) return LoadExitSteps(keeper);
+    FileName = *chosen;
+    auto giveUp = [&] {
+        FileName = oldFileName;
+        Form1::form.Caption = oldCaption;
+    };
+    const int index = CommonDialog1.FilterIndex;
+    if (index == 1 && CheckforTGA(FileName) != 0 &&
+        Kelpwick_QuestionBox("The file extention is not '.tga'.  Proceed only if you're sure this is a targa") != 1)
+        return giveUp();
+    if (CheckExtention(FileName) != 0 &&
+        Kelpwick_QuestionBox("The file extention is unknown.  Try to load anyway?") != 1)
+        return giveUp();
+    if (FreeAnimationForLoad && !FreeAnimationForLoad()) return;
+    if (Kelpwick_QuestionBox("This will replace the existing buffer.  Lose current changes?") != 1) return giveUp();
+
+    LoadPicture(index >= 2, keeper);
+}
+
+void OpenNamedFile(const std::string& path) {
+    DirectoryKeeper keeper;
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) {
+        Kelpwick_MsgBox("Could not open " + path + ": there is no such file.");
+        return;
+    }
+    if (FreeAnimationForLoad && !FreeAnimationForLoad()) return;
+    FileName = path;
+    LoadPicture(CheckforTGA(path) != 0, keeper);
 }
 
 void Save_Click() {

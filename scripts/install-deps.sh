@@ -2,7 +2,8 @@
 # Installs the Debian packages Kelpwick needs to build, test and run, when missing.
 set -euo pipefail
 PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev libgtest-dev libgmock-dev libbenchmark-dev
-          xvfb xauth x11-utils xdotool imagemagick python3 python3-pil libmypaint-dev)
+          xvfb xauth x11-utils xdotool imagemagick python3 python3-pil libmypaint-dev
+          desktop-file-utils appstream dpkg-dev)
 missing=()
 for p in "${PACKAGES[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

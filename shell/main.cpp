@@ -4,9 +4,12 @@
 #include <QTimer>
 #include <QMdiSubWindow>
 #include "shell/CanvasView.h"
+#include <cstdio>
 #include <map>
 
+#include "app/CommandLine.h"
 #include "app/Startup.h"
+#include "file/FileMenu.h"
 #include "core/display/Form1.h"
 #include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
@@ -35,10 +38,30 @@ void DriveTimers(QObject* owner) {
             m->viewHook();
         }
 }
+std::vector<std::string> ArgumentsAfterProgram(const QStringList& all) {
+    std::vector<std::string> args;
+    for (qsizetype i = 1; i < all.size(); ++i) args.push_back(all[i].toStdString());
+    return args;
+}
+
+// Help and version are answered before Qt starts, so they need no display.
+bool AnsweredWithoutWindows(int argc, char** argv) {
+    const CommandLine line = ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+    if (line.action == CommandLine::Action::Help) std::fputs(CommandLineUsage().c_str(), stdout);
+    if (line.action == CommandLine::Action::Version) std::fputs(VersionText().c_str(), stdout);
+    return line.action == CommandLine::Action::Help || line.action == CommandLine::Action::Version;
+}
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (AnsweredWithoutWindows(argc, argv)) return 0;
     QApplication app(argc, argv);
+    // Qt has taken its own options (-platform, -style...) out of the list by now.
+    const CommandLine line = ParseCommandLine(ArgumentsAfterProgram(QCoreApplication::arguments()));
+    if (line.action == CommandLine::Action::Error) {
+        std::fprintf(stderr, "kelpwick: %s\n%s", line.error.c_str(), CommandLineUsage().c_str());
+        return 2;
+    }
     QApplication::setApplicationName("kelpwick");
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setQuitOnLastWindowClosed(false);
@@ -58,7 +81,8 @@ int main(int argc, char** argv) {
     };
 
     QTimer::singleShot(0, [&] {
-        Guarded([] { Kelpwick::Main(QCoreApplication::applicationDirPath().toStdString()); });
+        Guarded([] { Kelpwick::Main(DefaultFilesFolder(QCoreApplication::applicationDirPath().toStdString())); });
+        if (!line.file.empty()) Guarded([&line] { OpenNamedFile(line.file); });
     });
     int rc = app.exec();
     SetHost(nullptr);

@@ -245,3 +245,23 @@ TEST_F(BufferFlip, VerticalAndHorizontalMirrorThePictureNotTheSelection) {
         m->press();
     EXPECT_EQ(Snapshot().px, before.px);
 }
+
+TEST_F(FileOpen, ANamedFileOpensWithoutDialogOrQuestions) {
+    MakeTestDocument(4, 4);
+    WriteBytes(dir / "named.tga", MakeTargaFile(2, 2, 1, 24, 0, {1, 2, 3, 4, 5, 6}));
+    OpenNamedFile(dir / "named.tga");  // the scripted host fails on any box it was not told of
+    EXPECT_EQ(BufferWidth(), 2);
+    EXPECT_EQ(BufR(1, 0), 6);
+    EXPECT_EQ(Form1::form.Caption.get(), dir / "named.tga");
+    EXPECT_EQ(FileName, dir / "named.tga");
+
+    // Any other extension goes through the conversion; a missing file is told and changes nothing.
+    RunPillow("Image.new('RGB', (3, 1), (90, 80, 70)).save(sys.argv[1])", {QString::fromStdString(dir / "p.png")});
+    OpenNamedFile(dir / "p.png");
+    EXPECT_EQ(BufferWidth(), 3);
+    EXPECT_EQ(BufG(2, 0), 80);
+    h.ExpectMessage("there is no such file");
+    OpenNamedFile(dir / "gone.tga");
+    EXPECT_EQ(BufferWidth(), 3);
+    EXPECT_EQ(FileName, dir / "p.png");
+}
