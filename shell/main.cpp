@@ -26,11 +26,14 @@ void DriveTimers(QObject* owner) {
             if (c->Kind != ControlKind::Timer) continue;
             auto* m = static_cast<Timer*>(c);
             auto* t = new QTimer(owner);
+            t->setTimerType(Qt::PreciseTimer);  // playback holds its frame rate
             QObject::connect(t, &QTimer::timeout, owner, [m] { Guarded([m] { m->fire(); }); });
             m->viewHook = [m, t] {
                 t->setInterval(std::max(1, m->Interval.get()));
-                if (m->TimerEnabled && !t->isActive()) t->start();
-                if (!m->TimerEnabled && t->isActive()) t->stop();
+                // An interval of 0 never fires.
+                const bool run = m->TimerEnabled && m->Interval > 0;
+                if (run && !t->isActive()) t->start();
+                if (!run && t->isActive()) t->stop();
             };
             m->viewHook();
         }
