@@ -15,10 +15,10 @@
 #include <cstring>
 
 #include "anim/FrameStore.h"
-#include "app/Startup.h"
 #include "anim/Transport.h"
 #include "core/display/Display.h"
 #include "core/document/Buffers.h"
+#include "core/frame/Form2.h"
 #include "core/frame/MDIForm1.h"
 #include "native/kwpaint.h"
 #include "tests/support/ScriptedHost.h"
@@ -29,7 +29,15 @@ constexpr int kW = 1920, kH = 1080;
 struct Setup {
     ScriptedHost host;
     explicit Setup(int frames) {
-        Kelpwick::Compose();  // the program's rows and hooks: the title and preview follow a redisplay
+        // As the program connects them: the preview and the title follow a
+        // redisplay, and the frame timer runs the transport's procedure.
+        static const bool wired = [] {
+            DisplayRedrawn.listen(Form2::AfterRedisplay);
+            DisplayRedrawn.listen(MDIForm1::TitleAfterRedisplay);
+            MDIForm1::Anim_Timer.Tick = MDIForm1::Anim_Timer_Timer;
+            return true;
+        }();
+        (void)wired;
         host.surface = CanvasSurface{kW, kH, 32, 0, 0};
         MakeTestDocument(kW, kH);
         for (size_t i = 0; i < BufR.count(); ++i) BufR.data()[i] = static_cast<uint8_t>(i * 7);

@@ -30,6 +30,7 @@ QScrollBar* MakeScroll(QWidget* parent) {
         s->setRange(m.Min, m.Max);
         s->setValue(m.Value);
     });
+    m.notifyView();
     return s;
 }
 
@@ -39,6 +40,7 @@ QPushButton* MakeButton(CommandButton& m, QWidget* parent) {
     b->setObjectName(Q(m.Name));
     QObject::connect(b, &QPushButton::clicked, b, [&m] { Guarded([&] { m.press(); }); });
     HookControl(m, b, [b, &m] { b->setText(Q(m.Caption)); });
+    m.notifyView();
     return b;
 }
 
@@ -51,6 +53,7 @@ QLineEdit* MakeRate(QWidget* parent) {
     HookControl(m, t, [t, &m] {
         if (t->text().toStdString() != m.Text.get()) t->setText(Q(m.Text));
     });
+    m.notifyView();
     return t;
 }
 }  // namespace
@@ -67,6 +70,7 @@ QToolBar* MakeAnimTools(QMainWindow* frame) {
     label->setMinimumWidth(48);
     label->setAlignment(Qt::AlignCenter);
     HookControl(Anim_Label, label, [label] { label->setText(Q(Anim_Label.Caption)); });
+    Anim_Label.notifyView();
     bar->addWidget(label);
     bar->addWidget(MakeRate(bar));
     for (CommandButton* b : {&Anim_Previous, &Anim_Play, &Anim_Stop, &Anim_Next, &Anim_Insert, &Anim_Delete})
