@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "anim/AnimFile.h"
+#include "file/FileMenu.h"
 #include "file/TargaFile.h"
 #include "tests/anim/AnimFixture.h"
 
@@ -236,4 +237,18 @@ TEST_F(AnimFileTest, ASequenceWithAFrameOfAnotherSizeIsRefusedByName) {
 TEST_F(AnimFileTest, SavingASequenceWithoutFramesSaysSo) {
     host.ExpectMessage("No frames to save");
     Ani_Sequence_Click();
+}
+
+TEST_F(AnimFileTest, FileOpenAsksBeforeFreeingTheFrames) {
+    MakeDistinctFrames(2);
+    host.openFiles.push_back(Path("picture.tga"));
+    host.Answer("This will free the current animation.", 2);
+    Open_Click();
+    EXPECT_EQ(AnimFrameCount, 2);
+    host.openFiles.push_back(Path("picture.tga"));
+    host.Answer("This will free the current animation.", 1);
+    host.Answer("This will replace the existing buffer.  Lose current changes?", 2);
+    Open_Click();
+    EXPECT_EQ(AnimFrameCount, 0);
+    EXPECT_EQ(AnimScroll.Max.get(), 1);
 }
