@@ -2,6 +2,10 @@
 #include "app/CommandLine.h"
 
 #include <filesystem>
+#include <fstream>
+
+#include "anim/AnimFile.h"
+#include "file/FileMenu.h"
 
 
 CommandLine ParseCommandLine(const std::vector<std::string>& args) {
@@ -29,6 +33,15 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args) {
         if (!ec) line.file = absolute.lexically_normal().string();
     }
     return line;
+}
+
+void OpenFromCommandLine(const std::string& path) {
+    char mark[4] = {};
+    std::ifstream(path, std::ios::binary).read(mark, sizeof mark);
+    if (std::string(mark, sizeof mark) == "KWA1")
+        ReadAnimationFile(path);
+    else
+        OpenNamedFile(path);
 }
 
 std::string CommandLineUsage() {

@@ -15,6 +15,10 @@ struct CommandLine {
 // args are the arguments after the program name.
 CommandLine ParseCommandLine(const std::vector<std::string>& args);
 
+// Opens a file named on the command line: an animation by its "KWA1" mark, any
+// other file as a picture.
+void OpenFromCommandLine(const std::string& path);
+
 std::string CommandLineUsage();
 std::string VersionText();
 

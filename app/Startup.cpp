@@ -2,6 +2,11 @@
 // on earlier ones, so the order below is the order of the program.
 #include "app/Startup.h"
 
+#include "anim/AnimRows.h"
+#include "core/document/AnimationGuard.h"
+#include "anim/FrameStore.h"
+#include "anim/Transport.h"
+
 #include "brush/Brush.h"
 #include "brush/BrushRows.h"
 #include "canvas/CanvasRows.h"
@@ -84,6 +89,10 @@ void ConnectHooks() {
     PictureRestored.listen(ShowRestoredPicture);
     DisplayRedrawn.listen(Form2::AfterRedisplay);
     DisplayRedrawn.listen(MDIForm1::TitleAfterRedisplay);
+    DocumentClosing.listen(FramesGoWithDocument);
+    AnimationExists = [] { return AnimFrameCount > 0; };
+    FreeAnimationFrames = MDIForm1::ResetAnimation;
+    FreeAnimationForLoad = AskFreeAnimation;
 }
 
 // Every folder's menu entries, keys, tools and borrowed controls, in one table.
@@ -94,6 +103,7 @@ Rows AllRows() {
     rows += ColourRows();
     rows += BrushRows();
     rows += CanvasRows();
+    rows += AnimRows();
     return rows;
 }
 

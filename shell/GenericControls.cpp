@@ -115,6 +115,12 @@ BuiltControl MakeButton(Control& c, QWidget* parent) {
     auto* b = new QPushButton(parent);
     b->setDefault(m.Role == ButtonRole::Default);
     QObject::connect(b, &QPushButton::clicked, b, [&m] { Guarded([&] { m.press(); }); });
+    if (m.MouseDown) {
+        b->setContextMenuPolicy(Qt::CustomContextMenu);
+        QObject::connect(b, &QWidget::customContextMenuRequested, b, [&m](const QPoint& at) {
+            Guarded([&] { m.MouseDown(MouseButton::Right, 0, float(at.x()), float(at.y())); });
+        });
+    }
     HookControl(c, b, [b, &c] { b->setText(Q(c.Caption)); });
     return {b};
 }

@@ -69,6 +69,7 @@ bool KeyForwarder::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         // Return activates a dialog's default button rather than reaching the canvas.
         if (ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter) return false;
+        if (code) Guarded([&] { Form1::Form_KeyDown(code, shift); });
         Guarded([&] {
             int16_t ascii = static_cast<int16_t>(KeyAsciiOf(ke->key(), ke->modifiers(), ke->text()));
             if (ascii) Form1::Form_KeyPress(ascii);

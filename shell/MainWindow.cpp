@@ -13,6 +13,7 @@
 #include "core/display/Form1.h"
 #include "core/framework/Guard.h"
 #include "core/frame/MDIForm1.h"
+#include "shell/AnimToolsView.h"
 #include "shell/CanvasView.h"
 #include "shell/Convert.h"
 
@@ -58,6 +59,7 @@ MainWindow::MainWindow() {
     canvasWindow_->setWindowTitle(Q(Form1::form.Caption));
     canvasWindow_->hide();
     buildMenus();
+    MakeAnimTools(this);
     applyFrame();
     resize(1280, 860);
 }

@@ -9,7 +9,6 @@
 
 #include "app/CommandLine.h"
 #include "app/Startup.h"
-#include "file/FileMenu.h"
 #include "core/display/Form1.h"
 #include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
@@ -29,11 +28,14 @@ void DriveTimers(QObject* owner) {
             if (c->Kind != ControlKind::Timer) continue;
             auto* m = static_cast<Timer*>(c);
             auto* t = new QTimer(owner);
+            t->setTimerType(Qt::PreciseTimer);  // playback holds its frame rate
             QObject::connect(t, &QTimer::timeout, owner, [m] { Guarded([m] { m->fire(); }); });
             m->viewHook = [m, t] {
                 t->setInterval(std::max(1, m->Interval.get()));
-                if (m->TimerEnabled && !t->isActive()) t->start();
-                if (!m->TimerEnabled && t->isActive()) t->stop();
+                // An interval of 0 never fires.
+                const bool run = m->TimerEnabled && m->Interval > 0;
+                if (run && !t->isActive()) t->start();
+                if (!run && t->isActive()) t->stop();
             };
             m->viewHook();
         }
@@ -82,7 +84,7 @@ int main(int argc, char** argv) {
 
     QTimer::singleShot(0, [&] {
         Guarded([] { Kelpwick::Main(DefaultFilesFolder(QCoreApplication::applicationDirPath().toStdString())); });
-        if (!line.file.empty()) Guarded([&line] { OpenNamedFile(line.file); });
+        if (!line.file.empty()) Guarded([&line] { OpenFromCommandLine(line.file); });
     });
     int rc = app.exec();
     SetHost(nullptr);

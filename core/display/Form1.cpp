@@ -58,4 +58,6 @@ void Form_KeyUp(int16_t& keyCode, int16_t shift) {
 }
 
 void Form_KeyPress(int16_t& keyAscii) { Commands().keyPress(keyAscii); }
+
+void Form_KeyDown(int16_t& keyCode, int16_t shift) { Commands().keyDown(keyCode, shift); }
 }  // namespace Form1

@@ -24,6 +24,7 @@ void Document_Created(uint32_t backColour);
 void Timer1_Timer();
 // Keys of every panel land here; presses and releases run the installed key rows.
 void Form_KeyPress(int16_t& keyAscii);
+void Form_KeyDown(int16_t& keyCode, int16_t shift);
 void Form_KeyUp(int16_t& keyCode, int16_t shift);
 // The view was scrolled or resized: a new visible part needs its screen image.
 void ViewportChanged();

@@ -7,6 +7,7 @@
 
 #include "core/display/Display.h"
 #include "core/display/Form1.h"
+#include "core/document/AnimationGuard.h"
 #include "core/document/Buffers.h"
 #include "core/framework/Codes.h"
 #include "core/document/CanvasSize.h"
@@ -69,7 +70,11 @@ void AlhpaToSwap_Click() {
 void Clear_Click() { Form2::Command1_Click(); }
 
 void New_Click() {
-    if (Kelpwick_QuestionBox("The current buffer will be lost.  Continue?") != 1) return;
+    if (AnimationPresent()) {
+        if (!AskFreeAnimation()) return;
+    } else if (Kelpwick_QuestionBox("The current buffer will be lost.  Continue?") != 1) {
+        return;
+    }
     Form1::Timer1.TimerEnabled = false;
     if (Form1::form.Visible) Hide(Form1::form);
     Show(CanvasSize::form, true);

@@ -16,6 +16,7 @@
 #include "core/frame/Nav.h"
 #include "core/frame/WindowMenu.h"
 #include "core/framework/Codes.h"
+#include "core/framework/Host.h"
 #include "core/frame/StartupSettings.h"
 #include "core/framework/Settings.h"
 
@@ -104,6 +105,10 @@ std::vector<KeyRow> FrameKeys() {
 
 Rows FrameRows() {
     Rows rows;
+    // A right click on the clear button opens its popup.
+    rows.controls.push_back(OnMouse(Form2::Command1, ControlEvent::MouseDown, [](int button, int, float, float) {
+        if (button == MouseButton::Right) host().PopupMenu(Menus::Clear_menu);
+    }));
     rows.menus = FrameMenus();
     for (MenuRow& r : PopupMenus()) rows.menus.push_back(std::move(r));
     rows.keys = FrameKeys();

@@ -22,6 +22,14 @@ extern MenuEntry Palettes, toolbar, Magnify, Magnifier, win_Gradient, WPickColor
 extern MenuEntry RefreshMethod, Backdrop, MDIBackground, MDIbackgroundBitmap, Prefs_Save, Memorystuff,
     Prefs_ShowWells, SaveWells, Loadwells;
 extern MenuEntry about, Help_Kelhelp, Shortcuts;
+// The animation menu and the transport bar; their procedures live with the frames.
+extern MenuEntry Ani_, Ani_Create, Ani_open, Ani_Save, Ani_sequence_Load, Ani_sequence, Ani_Free, Ani_Interface;
+extern PictureBox Anim_Tools;  // the transport bar, shown or hidden as a whole
+extern Slider AnimScroll;
+extern Label Anim_Label;
+extern TextBox Anim_Framerate;  // frames per second
+extern CommandButton Anim_Play, Anim_Stop, Anim_Previous, Anim_Next, Anim_Insert, Anim_Delete;
+extern Timer Anim_Timer;
 
 // The title of the frame as the planes and check marks say it should read.
 std::string ComposeTitle();
@@ -53,6 +61,8 @@ void MixPick(MenuEntry& chosen);
 // The mixing table the checked layer entry selects, or nullptr when mixing is off.
 const uint8_t* ActiveMixTable();
 void BasterPick(MenuEntry& chosen);
+// Opened on the clear button.
+extern MenuEntry Clear_menu, Anim_ClearFrames;
 }  // namespace Menus
 
 // Every entry of a menu bar or popup, in table order, for the views.

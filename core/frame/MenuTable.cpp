@@ -58,6 +58,15 @@ MenuEntry SelectAll(form, "SelectAll", "Select all", &Alpha);
 MenuEntry ClearAlpha(form, "ClearAlpha", "Clear alpha", &Alpha);
 MenuEntry AlphaEnable(form, "AlphaEnable", "Alpha on/off     \\", &Alpha);
 MenuEntry InvertAlpha(form, "InvertAlpha", "Invert alpha     |", &Alpha);
+// Animation
+MenuEntry Ani_(form, "Ani_", "A&nimation", nullptr);
+MenuEntry Ani_Create(form, "Ani_Create", "Create...", &Ani_);
+MenuEntry Ani_open(form, "Ani_open", "Open...", &Ani_);
+MenuEntry Ani_Save(form, "Ani_Save", "Save...", &Ani_);
+MenuEntry Ani_sequence_Load(form, "Ani_sequence_Load", "Load sequence...", &Ani_);
+MenuEntry Ani_sequence(form, "Ani_sequence", "Save sequence...", &Ani_);
+MenuEntry Ani_Free(form, "Ani_Free", "Free", &Ani_);
+MenuEntry Ani_Interface(form, "Ani_Interface", "Show interface...", &Ani_);
 // Window
 MenuEntry Window(form, "Window", "&Window", nullptr);
 MenuEntry Palettes(form, "Palettes", "Panels", &Window);
@@ -90,14 +99,29 @@ MenuEntry about(form, "about", "About Project Kelpwick...", &Help);
 MenuEntry Help_Kelhelp(form, "Help_Kelhelp", "Project Kelpwick help...", &Help);
 MenuEntry Shortcuts(form, "Shortcuts", "Keyboad shortcut help...", &Help);
 
+// The transport bar, hidden until an animation is made or loaded.
+PictureBox Anim_Tools(form, "Anim_Tools", 0, 0);
+Slider AnimScroll(form, "AnimScroll", 0, 1, 0);
+Label Anim_Label(form, "Anim_Label", "0");
+TextBox Anim_Framerate(form, "Anim_Framerate", "30");
+CommandButton Anim_Play(form, "Anim_Play", "Play");
+CommandButton Anim_Stop(form, "Anim_Stop", "Stop");
+CommandButton Anim_Previous(form, "Anim_Previous", "<");
+CommandButton Anim_Next(form, "Anim_Next", ">");
+CommandButton Anim_Insert(form, "Anim_Insert", "Insert");
+CommandButton Anim_Delete(form, "Anim_Delete", "Delete");
+Timer Anim_Timer(form, "Anim_Timer", 0);
+
 namespace {
 struct Wiring {
     Wiring() {
         rDefault.Checked.setQuietly(true);
         Refresh_Optimised.Checked.setQuietly(true);
         Window_Info.Checked.setQuietly(true);
-        for (MenuEntry* e : {&rDefault, &rBitmap, &prefs_Disp_15bit, &Refresh_Optimised, &Window_Info, &AlphaEnable})
+        for (MenuEntry* e : {&rDefault, &rBitmap, &prefs_Disp_15bit, &Refresh_Optimised, &Window_Info, &AlphaEnable,
+                              &Ani_Interface})
             e->Checkable = true;
+        Anim_Tools.Visible.setQuietly(false);
         BackColor.setQuietly(0x808080);
     }
 } wiring;
@@ -181,6 +205,9 @@ MenuEntry TBaster(form, "TBaster", "TBaster", nullptr);
 MenuEntry Baster1(form, "Baster1", "1 pixel", &TBaster);
 MenuEntry baster5(form, "baster5", "9 pixel", &TBaster);
 MenuEntry baster9(form, "baster9", "25 pixel", &TBaster);
+
+MenuEntry Clear_menu(form, "Clear_menu", "Clear_menu", nullptr);
+MenuEntry Anim_ClearFrames(form, "Anim_ClearFrames", "Clear all frames", &Clear_menu);
 
 namespace {
 struct Wiring {

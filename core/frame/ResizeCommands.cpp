@@ -3,6 +3,7 @@
 
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
+#include "core/document/AnimationGuard.h"
 #include "core/document/Buffers.h"
 #include "core/document/CanvasSize.h"
 #include "core/display/Display.h"
@@ -37,6 +38,7 @@ void Rebuild(ColourPlanes& carried, int w, int h) {
 }  // namespace
 
 void BufferCrop_Click() {
+    if (AnimationPresent()) return Kelpwick_MsgBox("Not available with animations");
     int left, top, right, bottom;
     if (!FindSelection(left, top, right, bottom)) {
         Kelpwick_MsgBox("Nothing is selected: the alpha plane is empty.");
@@ -54,6 +56,7 @@ void BufferCrop_Click() {
 }
 
 void BufferResample_Click() {
+    if (!AskFreeAnimation()) return;
     int oldW = BufferWidth(), oldH = BufferHeight();
     CanvasSize::Check1.Enabled = true;
     CanvasSize::List2.Enabled = true;

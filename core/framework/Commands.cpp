@@ -32,12 +32,16 @@ std::function<void()>* CommandSlot(Control& c, ControlEvent e) {
             return nullptr;
         case ControlEvent::Paint:
             return c.Kind == ControlKind::PictureBox ? &static_cast<PictureBox&>(c).Paint : nullptr;
+        case ControlEvent::Timer:
+            return c.Kind == ControlKind::Timer ? &static_cast<Timer&>(c).Tick : nullptr;
         default:
             return nullptr;
     }
 }
 
 MouseProcedure* MouseSlot(Control& c, ControlEvent e) {
+    if (c.Kind == ControlKind::CommandButton && e == ControlEvent::MouseDown)
+        return &static_cast<CommandButton&>(c).MouseDown;
     if (c.Kind != ControlKind::PictureBox) return nullptr;
     auto& p = static_cast<PictureBox&>(c);
     if (e == ControlEvent::MouseDown) return &p.MouseDown;
@@ -123,6 +127,11 @@ void CommandTable::keyPress(int16_t keyAscii) const {
 void CommandTable::keyUp(int16_t keyCode, int16_t shift) const {
     for (const KeyRow& k : rows_.keys)
         if (k.on == KeyEvent::Release && k.key == keyCode && k.shift == shift) k.command();
+}
+
+void CommandTable::keyDown(int16_t keyCode, int16_t shift) const {
+    for (const KeyRow& k : rows_.keys)
+        if (k.on == KeyEvent::Down && k.key == keyCode && k.shift == shift) k.command();
 }
 
 CommandTable& Commands() {

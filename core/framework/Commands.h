@@ -21,18 +21,21 @@ struct MenuRow {
     Command command;
 };
 
-enum class KeyEvent { Press, Release };
+enum class KeyEvent { Press, Release, Down };
 // A key press is matched by its character alone, whatever the shift state; a
-// key release by its virtual key code together with the exact shift state.
+// key going down or up by its virtual key code together with the exact shift state.
 struct KeyRow {
     KeyEvent on;
-    int16_t key;    // Press: the character (KeyChar for control codes); Release: a VirtualKey
-    int16_t shift;  // Release only: a ShiftState
+    int16_t key;    // Press: the character (KeyChar for control codes); Release, Down: a VirtualKey
+    int16_t shift;  // Release and Down only: a ShiftState
     Command command;
 };
 inline KeyRow OnPress(int16_t character, Command command) { return {KeyEvent::Press, character, 0, std::move(command)}; }
 inline KeyRow OnRelease(int16_t code, int16_t shift, Command command) {
     return {KeyEvent::Release, code, shift, std::move(command)};
+}
+inline KeyRow OnDown(int16_t code, int16_t shift, Command command) {
+    return {KeyEvent::Down, code, shift, std::move(command)};
 }
 
 // A canvas tool. The canvas handlers run their shared guards, then the procedures
@@ -50,12 +53,12 @@ struct ToolRow {
     bool crosshair = false;  // a crosshair follows the cursor while no button is held
 };
 
-enum class ControlEvent { Click, Change, Paint, MouseDown, MouseMove };
+enum class ControlEvent { Click, Change, Paint, MouseDown, MouseMove, Timer };
 // One event of a control whose procedure lives in another folder than its form.
 struct ControlRow {
     Control* control;
     ControlEvent event;
-    Command procedure;     // Click, Change, Paint
+    Command procedure;     // Click, Change, Paint, Timer
     MouseProcedure mouse;  // MouseDown, MouseMove
 };
 inline ControlRow OnEvent(Control& c, ControlEvent e, Command procedure) { return {&c, e, std::move(procedure), {}}; }
@@ -88,6 +91,7 @@ public:
     // The commands of the rows for this key, compared in table order.
     void keyPress(int16_t keyAscii) const;
     void keyUp(int16_t keyCode, int16_t shift) const;
+    void keyDown(int16_t keyCode, int16_t shift) const;
 
 private:
     void installMenu(const MenuRow& row);

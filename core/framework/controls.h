@@ -85,6 +85,8 @@ public:
     CommandButton(Form& f, std::string name, std::string caption, std::function<void()> click = {},
                   ButtonRole role = ButtonRole::Plain);
     std::function<void()> Click;
+    // A press of any button; views send the right button only, for a popup menu.
+    std::function<void(int button, int shift, float x, float y)> MouseDown;
     ButtonRole Role;
     void press() {
         if (Click && Enabled) Click();
@@ -198,7 +200,8 @@ public:
     Prop<float> X1{this}, Y1{this}, X2{this}, Y2{this};
 };
 
-// A one-shot-repeating timer. The shell runs it; tests call fire().
+// A one-shot-repeating timer. The shell runs it; tests call fire(). An interval
+// of 0 keeps it from ever firing, enabled or not.
 class Timer : public Control {
 public:
     Timer(Form& f, std::string name, int interval, std::function<void()> tick = {});
@@ -206,7 +209,7 @@ public:
     Prop<int> Interval{this};
     std::function<void()> Tick;
     void fire() {
-        if (TimerEnabled && Tick) Tick();
+        if (TimerEnabled && Interval > 0 && Tick) Tick();
     }
 };
 

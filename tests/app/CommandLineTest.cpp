@@ -6,7 +6,10 @@
 #include <filesystem>
 #include <fstream>
 
+#include "anim/FrameStore.h"
 #include "app/CommandLine.h"
+#include "core/document/Buffers.h"
+#include "tests/support/ScriptedHost.h"
 
 namespace fs = std::filesystem;
 using Action = CommandLine::Action;
@@ -59,4 +62,34 @@ TEST(DefaultFiles, InstalledTreeOrTheProgramsOwnFolder) {
     EXPECT_EQ(DefaultFilesFolder(program.string()), program.string());
     std::ofstream(root / "share" / "kelpwick" / "Def_Res.txt") << "640 480\n";
     EXPECT_EQ(fs::path(DefaultFilesFolder(program.string())), fs::canonical(root / "share" / "kelpwick"));
+}
+
+namespace {
+void PutLong(std::ofstream& out, int32_t v) { out.write(reinterpret_cast<const char*>(&v), 4); }
+}  // namespace
+
+TEST(CommandLineFiles, AnAnimationByItsMarkAnythingElseAsAPicture) {
+    ScriptedHost h;
+    MakeTestDocument(5, 5);
+    QTemporaryDir tmp;
+    const std::string anim = (fs::path(tmp.path().toStdString()) / "walk.tga").string();  // the mark decides
+    {
+        std::ofstream out(anim, std::ios::binary);
+        out << "KWA1    ";
+        PutLong(out, 3);
+        PutLong(out, 2);
+        PutLong(out, 2);
+        for (int plane = 0; plane < 3; ++plane)
+            for (int frame = 0; frame < 2; ++frame) out << std::string(4 * 3, char(10 * plane + frame));
+    }
+    OpenFromCommandLine(anim);
+    EXPECT_EQ(AnimFrameCount, 2);
+    EXPECT_EQ(BufferWidth(), 3);
+    EXPECT_EQ(BufG(1, 1), 10);  // frame 0 of green is on show
+
+    h.ExpectMessage("there is no such file");
+    OpenFromCommandLine(anim + ".gone");
+    EXPECT_EQ(BufferWidth(), 3);
+    EXPECT_TRUE(h.AllAnswered());
+    FreeAnim();
 }

@@ -53,6 +53,10 @@ TEST(Tables, EveryKeyRunsItsOwnRowOnly) {
         const KeyRow& r = installed[i];
         if (r.on == KeyEvent::Press) {
             table.keyPress(r.key);
+        } else if (r.on == KeyEvent::Down) {
+            table.keyDown(r.key, r.shift);
+            table.keyUp(r.key, r.shift);  // going up is another event: nothing
+            table.keyDown(r.key, static_cast<int16_t>(r.shift ^ ShiftState::Shift));
         } else {
             table.keyUp(r.key, r.shift);
             table.keyUp(r.key, static_cast<int16_t>(r.shift ^ ShiftState::Ctrl));  // another shift state: nothing
