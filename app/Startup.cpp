@@ -20,6 +20,7 @@
 #include "core/framework/Commands.h"
 #include "core/framework/Host.h"
 #include "core/frame/MDIForm1.h"
+#include "core/frame/Nav.h"
 #include "core/framework/MixTables.h"
 #include "core/frame/StartupSettings.h"
 #include "core/framework/Settings.h"
@@ -84,6 +85,7 @@ void ConnectHooks() {
     PictureRestored.listen(ShowRestoredPicture);
     DisplayRedrawn.listen(Form2::AfterRedisplay);
     DisplayRedrawn.listen(MDIForm1::TitleAfterRedisplay);
+    ZoomFollowed.listen(Nav::FollowZoom);
 }
 
 // Every folder's menu entries, keys, tools and borrowed controls, in one table.

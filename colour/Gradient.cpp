@@ -271,6 +271,8 @@ void Combo3_Click() {
                  {"Rubthrough", FillMode::Rubthrough},  {"Alpha", FillMode::Alpha}};
     for (const auto& m : modes)
         if (mode == m.text) App.FillMode = m.mode;
+    GetCurrentInfo();  // the info box shows the new fill mode at once
+    PrintUserInfo();
 }
 
 void HScroll2_Change() { App.NoiseAmount = static_cast<uint8_t>(HScroll2.Value); }

@@ -127,14 +127,20 @@ void Open_Click() {
     if (index >= 2) {
         // Through the conversion service, a real Targa too.
         std::string temp = TempFile("TempTga.tga");
-        if (ConvertToTarga(FileName, temp) != 0) return keeper.restore();
+        if (ConvertToTarga(FileName, temp) != 0) {
+            giveUp();  // nothing was read: the document keeps its name
+            return keeper.restore();
+        }
         readPath = temp;
         keeper.restore();
     }
     try {
+        const int canvas = Form1::Loads();
         TargaLoadResult r = LoadTargaFile(readPath, {&BufR, &BufG, &BufB, &BufA}, SizeBufferFor);
         FileName = displayName;
         if (r.finished) FinishLoad(r, displayName);
+        // A file refused before any pixel was read leaves the document and its name as they were.
+        else if (!r.pixelsRead && canvas == Form1::Loads()) giveUp();
     } catch (const std::bad_alloc&) {
         FileName = displayName;
         Kelpwick_MsgBox("Not enough memory to load " + displayName + ".");
@@ -173,9 +179,15 @@ void Save_Click() {
     ShowStatus("Saving buffer...");
     const uint8_t flags = TargaSaveType == 2 ? 1 : TargaSaveType == 3 ? 2 : TargaSaveType == 4 ? 6 : 0;
     if (SaveTarga(writePath, flags)) {
-        FileName = *chosen;
-        Form1::form.Caption = FileName;
-        if (index > 1) ConvertFromTarga(FileName, writePath, format);
+        // The document takes the file's name once the file is there; an export is
+        // known to be there when it ends, and only if the document is still this one.
+        auto named = [path = *chosen, canvas = Form1::Loads()] {
+            if (canvas != Form1::Loads()) return;
+            FileName = path;
+            Form1::form.Caption = path;
+        };
+        if (index > 1) ConvertFromTarga(*chosen, writePath, format, named);
+        else named();
     }
     closing();
 }
