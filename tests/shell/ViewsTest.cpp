@@ -8,12 +8,14 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QScreen>
+#include <QTemporaryDir>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QToolButton>
 #include <QWheelEvent>
 #include <QtTest/QTest>
 
+#include "colour/Gradient.h"
 #include "core/framework/AppState.h"
 #include "core/framework/Commands.h"
 #include "core/framework/Settings.h"
@@ -247,4 +249,34 @@ TEST(QtHost, PanelsOpenAtTheFramesRightEdgeThenWhereTheUserPutThem) {
     const QPoint p = RightEdgePlace(QRect(900, 100, 1000, 700), QSize(300, 200), 2, area);
     EXPECT_EQ(p, QPoint(1299, 100 + 64 + 56));
     EXPECT_EQ(RightEdgePlace(QRect(1500, 900, 1000, 700), QSize(300, 200), 0, area), QPoint(1299, 799));
+}
+
+TEST(PanelView, TheGradientFileBoxShowsOpenOrItsFileNeverABlank) {
+    ViewsApp();
+    ScriptedHost host;
+    QTemporaryDir dir;
+    const std::string before = App.StartDirectory;
+    App.StartDirectory = dir.path().toStdString();
+    QFile grd(dir.filePath("sunset.grd"));
+    ASSERT_TRUE(grd.open(QIODevice::WriteOnly));
+    grd.write(QByteArray(8192, '\x40'));
+    grd.close();
+
+    PanelView panel(Gradient::form, nullptr);
+    QComboBox* files = nullptr;
+    for (QComboBox* c : panel.findChildren<QComboBox*>())
+        if (c->placeholderText() == "Open") files = c;
+    ASSERT_NE(files, nullptr) << "no combo box shows \"Open\"";
+    Gradient::Combo2_GotFocus();
+    ASSERT_EQ(files->count(), 1);
+    EXPECT_EQ(files->currentIndex(), -1);  // nothing chosen: the placeholder shows
+
+    Gradient::Combo2.ListIndex = 0;  // the user picks the file
+    EXPECT_EQ(files->currentText(), "sunset.grd");
+    Gradient::Command4.press();  // Apply
+    EXPECT_EQ(files->currentText(), "sunset.grd");
+    Gradient::Combo2_GotFocus();  // the list read again, as after a save
+    EXPECT_EQ(files->currentText(), "sunset.grd");
+    App.StartDirectory = before;
+    Gradient::Combo2_GotFocus();
 }
