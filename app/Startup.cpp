@@ -25,6 +25,7 @@
 #include "core/framework/Commands.h"
 #include "core/framework/Host.h"
 #include "core/frame/MDIForm1.h"
+#include "core/frame/Nav.h"
 #include "core/framework/MixTables.h"
 #include "core/frame/StartupSettings.h"
 #include "core/framework/Settings.h"
@@ -93,6 +94,7 @@ void ConnectHooks() {
     AnimationExists = [] { return AnimFrameCount > 0; };
     FreeAnimationFrames = MDIForm1::ResetAnimation;
     FreeAnimationForLoad = AskFreeAnimation;
+    ZoomFollowed.listen(Nav::FollowZoom);
 }
 
 // Every folder's menu entries, keys, tools and borrowed controls, in one table.

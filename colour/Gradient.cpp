@@ -71,6 +71,7 @@ struct Wiring {
         Command3.ToolTipText = "Smooth the gradient.";
         Check3.ToolTipText = "Auto smooth the gradient.";
         Combo2.ToolTipText = "Load a gradient from a pre-exiting file.";
+        Combo2.Caption.setQuietly("Open");
         Command6.ToolTipText = "Save the current gradient to a file.";
         Combo1.Group = Command4.Group = 1;
         Command2.Group = Command3.Group = Check3.Group = 2;
@@ -271,6 +272,8 @@ void Combo3_Click() {
                  {"Rubthrough", FillMode::Rubthrough},  {"Alpha", FillMode::Alpha}};
     for (const auto& m : modes)
         if (mode == m.text) App.FillMode = m.mode;
+    GetCurrentInfo();  // the info box shows the new fill mode at once
+    PrintUserInfo();
 }
 
 void HScroll2_Change() { App.NoiseAmount = static_cast<uint8_t>(HScroll2.Value); }

@@ -20,6 +20,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <iterator>
 #include <list>
 #include <vector>
 
@@ -28,6 +29,7 @@
 #include "core/framework/Guard.h"
 #include "core/framework/Host.h"
 #include "core/framework/vb.h"
+#include "file/ConversionErrors.h"
 
 std::string ConversionProgram = "convert";
 
@@ -55,13 +57,20 @@ std::string PlainSourceName(const std::string& source) {
     return QFile::link(Q(Absolute(source)), link) ? link.toStdString() : Absolute(source);
 }
 
-// The first lines of what the program said on its error channel.
-std::string ErrorText(const ProgramExit& exit) {
-    const std::string& said = exit.ErrorText;
-    QString text = QString::fromLocal8Bit(said.data(), static_cast<qsizetype>(said.size())).trimmed();
-    QStringList lines = text.split('\n', Qt::SkipEmptyParts);
-    if (lines.size() > 6) lines = lines.mid(0, 6);
-    return lines.join('\n').toStdString();
+// Why the program failed, for the user. A limit is named with its value, which
+// the program itself lists when asked.
+std::string FailureReason(const ProgramExit& exit) {
+    std::string limits;
+    const std::string named = LimitsNamed(exit.ErrorText);
+    if (!named.empty() && named != "Policy")
+        limits = host().ProgramOutput(ConversionProgram, {"-list", "resource"}, 10000).value_or("");
+    return ConversionFailureReason(exit.ErrorText, limits);
+}
+
+// The arguments of a conversion, behind those that make every exception heard.
+std::vector<std::string> WithDebug(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), std::begin(ConversionDebugArguments), std::end(ConversionDebugArguments));
+    return arguments;
 }
 
 bool ExitedWell(const ProgramExit& exit) { return exit.Normal && exit.Code == 0; }
@@ -88,7 +97,7 @@ struct Program {
 };
 
 Program Start(const std::vector<std::string>& arguments) {
-    return Program(host().StartProgram(ConversionProgram, arguments));
+    return Program(host().StartProgram(ConversionProgram, WithDebug(arguments)));
 }
 
 // Waits up to 65535 ms for the program, pumping events with the canvas locked.
@@ -132,6 +141,7 @@ uint8_t AwaitTarga(const std::string& target) {
 struct PendingExport {
     Program process;
     std::string target;
+    std::function<void()> written;
 };
 // Never destroyed: the host is gone before statics are, and it lets the last
 // exports finish on its own.
@@ -142,8 +152,11 @@ std::list<PendingExport>& Pending() {
 
 void Report(const PendingExport& e) {
     const ProgramExit exit = host().ProgramResult(e.process.id);
-    if (ExitedWell(exit) && Exists(e.target)) return;
-    std::string why = ErrorText(exit);
+    if (ExitedWell(exit) && Exists(e.target)) {
+        if (e.written) e.written();
+        return;
+    }
+    std::string why = FailureReason(exit);
     Kelpwick_MsgBox("An error has occurred while saving.\n" + e.target + " was not written." +
                     (why.empty() ? std::string() : "\n" + why));
 }
@@ -224,7 +237,7 @@ uint8_t ConvertToTarga(const std::string& source, const std::string& target) {
     WaitOnProgram(p);
     const ProgramExit exit = host().ProgramResult(p.id);
     if (!ExitedWell(exit) && !Exists(target)) {
-        std::string why = ErrorText(exit);
+        std::string why = FailureReason(exit);
         StatusProcessing();
         Kelpwick_MsgBox("ImageMagick could not read " + source + "." + (why.empty() ? std::string() : "\n" + why));
         return 255;
@@ -232,7 +245,8 @@ uint8_t ConvertToTarga(const std::string& source, const std::string& target) {
     return AwaitTarga(target);
 }
 
-void ConvertFromTarga(const std::string& target, const std::string& source, const std::string& format) {
+void ConvertFromTarga(const std::string& target, const std::string& source, const std::string& format,
+                      std::function<void()> written) {
     std::vector<std::string> args;
     if (format == "JPEG") {
         std::string title = GenericOptions::form.Caption;
@@ -252,7 +266,7 @@ void ConvertFromTarga(const std::string& target, const std::string& source, cons
         Kelpwick_MsgBox("An error has occurred while saving.");
         return;
     }
-    Pending().push_back({std::move(p), Absolute(target)});
+    Pending().push_back({std::move(p), Absolute(target), std::move(written)});
     WatchPending();
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 // The program started for conversions, found through the search path.
@@ -21,8 +22,9 @@ uint8_t ConvertToTarga(const std::string& source, const std::string& target);
 
 // Starts the conversion of a Targa file into `format` ("BMP", "JPEG", "PSD", "PNG",
 // "TGA", "TIF") and returns at once; a conversion that ends in failure is
-// reported when it ends.
-void ConvertFromTarga(const std::string& target, const std::string& source, const std::string& format);
+// reported when it ends, one that ends well runs `written`.
+void ConvertFromTarga(const std::string& target, const std::string& source, const std::string& format,
+                      std::function<void()> written = {});
 
 // Waits for the conversions still running and reports those that failed.
 void FinishPendingConversions();

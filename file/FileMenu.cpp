@@ -97,20 +97,27 @@ void FinishLoad(const TargaLoadResult& r, const std::string& displayName) {
 }
 
 // Reads FileName into the main buffer, a Targa directly or anything else through
-// the conversion service (a real Targa too, when the user chose so).
-void LoadPicture(bool throughConversion, const DirectoryKeeper& keeper) {
+// the conversion service (a real Targa too, when the user chose so). giveUp puts
+// the old name back when nothing was read.
+void LoadPicture(bool throughConversion, const DirectoryKeeper& keeper, const std::function<void()>& giveUp) {
     const std::string displayName = FileName;
     std::string readPath = FileName;
     if (throughConversion) {
         std::string temp = TempFile("TempTga.tga");
-        if (ConvertToTarga(FileName, temp) != 0) return keeper.restore();
+        if (ConvertToTarga(FileName, temp) != 0) {
+            giveUp();  // nothing was read: the document keeps its name
+            return keeper.restore();
+        }
         readPath = temp;
         keeper.restore();
     }
     try {
+        const int canvas = Form1::Loads();
         TargaLoadResult r = LoadTargaFile(readPath, {&BufR, &BufG, &BufB, &BufA}, SizeBufferFor);
         FileName = displayName;
         if (r.finished) FinishLoad(r, displayName);
+        // A file refused before any pixel was read leaves the document and its name as they were.
+        else if (!r.pixelsRead && canvas == Form1::Loads()) giveUp();
     } catch (const std::bad_alloc&) {
         FileName = displayName;
         Kelpwick_MsgBox("Not enough memory to load " + displayName + ".");
@@ -144,7 +151,7 @@ void Open_Click() {
     if (FreeAnimationForLoad && !FreeAnimationForLoad()) return;
     if (Kelpwick_QuestionBox("This will replace the existing buffer.  Lose current changes?") != 1) return giveUp();
 
-    LoadPicture(index >= 2, keeper);
+    LoadPicture(index >= 2, keeper, giveUp);
 }
 
 void OpenNamedFile(const std::string& path) {
@@ -155,8 +162,12 @@ void OpenNamedFile(const std::string& path) {
         return;
     }
     if (FreeAnimationForLoad && !FreeAnimationForLoad()) return;
+    auto giveUp = [oldFileName = FileName, oldCaption = Form1::form.Caption.get()] {
+        FileName = oldFileName;
+        Form1::form.Caption = oldCaption;
+    };
     FileName = path;
-    LoadPicture(CheckforTGA(path) != 0, keeper);
+    LoadPicture(CheckforTGA(path) != 0, keeper, giveUp);
 }
 
 void Save_Click() {
@@ -190,9 +201,15 @@ void Save_Click() {
     ShowStatus("Saving buffer...");
     const uint8_t flags = TargaSaveType == 2 ? 1 : TargaSaveType == 3 ? 2 : TargaSaveType == 4 ? 6 : 0;
     if (SaveTarga(writePath, flags)) {
-        FileName = *chosen;
-        Form1::form.Caption = FileName;
-        if (index > 1) ConvertFromTarga(FileName, writePath, format);
+        // The document takes the file's name once the file is there; an export is
+        // known to be there when it ends, and only if the document is still this one.
+        auto named = [path = *chosen, canvas = Form1::Loads()] {
+            if (canvas != Form1::Loads()) return;
+            FileName = path;
+            Form1::form.Caption = path;
+        };
+        if (index > 1) ConvertFromTarga(*chosen, writePath, format, named);
+        else named();
     }
     closing();
 }

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <cmath>
 #include <QMouseEvent>
+#include <QWheelEvent>
 
 #include "brush/BrushState.h"
 #include "canvas/CanvasInput.h"
@@ -15,6 +16,7 @@
 #include "core/display/Form1.h"
 #include "core/framework/Codes.h"
 #include "core/frame/Form2.h"
+#include "core/frame/Nav.h"
 #include "core/framework/Guard.h"
 #include "shell/ControlWidgets.h"
 #include "shell/Convert.h"
@@ -41,8 +43,44 @@ QPointF CanvasView::windowPixel(const QPointF& pos) const {
     return pos + QPointF(horizontalScrollBar()->value(), verticalScrollBar()->value());
 }
 
+// The middle button alone moves the view and never reaches the tools.
+bool CanvasView::pan(QMouseEvent* e) {
+    const QPoint scroll(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    if (e->type() == QEvent::MouseButtonPress && e->button() == Qt::MiddleButton && e->buttons() == Qt::MiddleButton) {
+        panning_ = true;
+        panFrom_ = e->position();
+        panScroll_ = scroll;
+        panCursor_ = viewport()->cursor();
+        viewport()->setCursor(Qt::ClosedHandCursor);
+        return true;
+    }
+    if (!panning_) return false;
+    const QPointF moved = e->position() - panFrom_;
+    horizontalScrollBar()->setValue(panScroll_.x() - static_cast<int>(std::lround(moved.x())));
+    verticalScrollBar()->setValue(panScroll_.y() - static_cast<int>(std::lround(moved.y())));
+    if (e->type() == QEvent::MouseButtonRelease && e->button() == Qt::MiddleButton) {
+        panning_ = false;
+        viewport()->setCursor(panCursor_);
+    }
+    return true;
+}
+
+void CanvasView::wheelEvent(QWheelEvent* e) {
+    if (!(e->modifiers() & Qt::ControlModifier)) return QAbstractScrollArea::wheelEvent(e);
+    e->accept();
+    // A notch is 120; touch pads send less at a time, and it adds up.
+    wheelAngle_ += e->angleDelta().y();
+    const QPointF at = e->position();
+    while (std::abs(wheelAngle_) >= 120) {
+        const int direction = wheelAngle_ > 0 ? 1 : -1;
+        wheelAngle_ -= direction * 120;
+        Guarded([&] { Nav::WheelZoom(direction, at.x(), at.y()); });
+    }
+}
+
 // Tablets reach here as the mouse events Qt makes of them.
 void CanvasView::mousePressEvent(QMouseEvent* e) {
+    if (pan(e)) return;
     QPointF w = windowPixel(e->position());
     // The buttons held now, the new one among them: a second button makes a combination.
     int16_t button = ButtonCode(e->buttons() | e->button()), shift = ShiftCodeOf(e->modifiers());
@@ -50,6 +88,7 @@ void CanvasView::mousePressEvent(QMouseEvent* e) {
 }
 
 void CanvasView::mouseMoveEvent(QMouseEvent* e) {
+    if (pan(e)) return;
     QPointF w = windowPixel(e->position());
     int16_t button = ButtonCode(e->buttons()), shift = ShiftCodeOf(e->modifiers());
     Guarded([&] { Form1::Form_MouseMove(button, shift, static_cast<float>(w.x()), static_cast<float>(w.y())); });
@@ -57,6 +96,7 @@ void CanvasView::mouseMoveEvent(QMouseEvent* e) {
 }
 
 void CanvasView::mouseReleaseEvent(QMouseEvent* e) {
+    if (pan(e)) return;
     QPointF w = windowPixel(e->position());
     int16_t button = ButtonCode(e->buttons() | e->button()), shift = ShiftCodeOf(e->modifiers());
     Guarded([&] { Form1::Form_MouseUp(button, shift, static_cast<float>(w.x()), static_cast<float>(w.y())); });

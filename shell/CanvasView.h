@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QCursor>
 #include <cstdint>
 
 class CanvasView : public QAbstractScrollArea {
@@ -27,6 +28,8 @@ protected:
     void leaveEvent(QEvent* e) override;
     void resizeEvent(QResizeEvent* e) override;
     void scrollContentsBy(int dx, int dy) override;
+    // The zoom key with the wheel zooms by the zoom panel's steps about the cursor.
+    void wheelEvent(QWheelEvent* e) override;
 
 private:
     void updateScrollBars();
@@ -39,4 +42,11 @@ private:
     int contentW_ = 0, contentH_ = 0;
     QPoint cursor_{-1, -1};  // viewport position, or (-1, -1) when outside
     QRect drawnOutline_;     // where the outline was last asked to show: the size may change under it
+    // The middle button drags the view: where the drag began, and the scroll then.
+    bool panning_ = false;
+    QPointF panFrom_;
+    QPoint panScroll_;
+    QCursor panCursor_;  // the pointer to put back after the drag
+    int wheelAngle_ = 0; // eighths of a degree not yet turned into a zoom step
+    bool pan(QMouseEvent* e);
 };

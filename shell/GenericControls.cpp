@@ -229,9 +229,11 @@ BuiltControl MakeList(Control& c, QWidget* parent) {
     return {l};
 }
 
+// With nothing chosen a combo box shows its caption ("Open"), never a blank.
 BuiltControl MakeCombo(Control& c, QWidget* parent) {
     auto& m = static_cast<ListBox&>(c);
     auto* cb = new QComboBox(parent);
+    cb->setPlaceholderText(Q(m.Caption));
     QObject::connect(cb, &QComboBox::activated, cb, [&m](int row) { Guarded([&] { m.ListIndex = row; }); });
     HookItems(m, cb, &QComboBox::setCurrentIndex);
     return {cb};

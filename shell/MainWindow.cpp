@@ -9,8 +9,10 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QPixmap>
+#include <QPointer>
 
 #include "core/display/Form1.h"
+#include "core/framework/Codes.h"
 #include "core/framework/Guard.h"
 #include "core/frame/MDIForm1.h"
 #include "shell/AnimToolsView.h"
@@ -58,10 +60,39 @@ MainWindow::MainWindow() {
     canvasWindow_ = mdi_->addSubWindow(canvas_, Qt::SubWindow | Qt::WindowTitleHint);
     canvasWindow_->setWindowTitle(Q(Form1::form.Caption));
     canvasWindow_->hide();
+    // The MDI area joins the captions itself when the canvas is maximised: ours is put back.
+    connect(canvasWindow_, &QMdiSubWindow::windowStateChanged, this, [this] { applyFrame(); });
     buildMenus();
     MakeAnimTools(this);
     applyFrame();
     resize(1280, 860);
+    // The frame and the canvas follow their forms' captions, pointers and backgrounds.
+    QPointer<MainWindow> self(this);
+    MDIForm1::form.viewHook = [self] {
+        if (self) self->applyFrame();
+    };
+    Form1::form.viewHook = [self] {
+        if (!self) return;
+        self->canvasWindow_->setWindowTitle(Q(Form1::form.Caption));
+        self->canvas_->viewport()->setCursor(Form1::form.MousePointer == Pointer::Busy ? Qt::WaitCursor
+                                                                                      : Qt::CrossCursor);
+        self->applyFrame();
+    };
+}
+
+MainWindow::~MainWindow() {
+    disconnect(canvasWindow_, nullptr, this, nullptr);  // the children go after this part of the window
+    MDIForm1::form.viewHook = nullptr;
+    Form1::form.viewHook = nullptr;
+}
+
+QString MainWindow::frameTitle() const {
+    QString title = Q(MDIForm1::form.Caption);
+    // The canvas is shown filling the frame, without a title bar of its own: its
+    // caption joins the frame's. (Its window state may read "normal" meanwhile,
+    // so only its being shown is asked.)
+    if (canvasWindow_->isVisible()) title += " - [" + Q(Form1::form.Caption) + "]";
+    return title;
 }
 
 void MainWindow::buildMenus() {
@@ -73,8 +104,11 @@ void MainWindow::buildMenus() {
     }
 }
 
+// The whole title is set here, every time: the MDI area's own joining of the
+// canvas caption keeps a copy of the old title and would repeat names in it.
 void MainWindow::applyFrame() {
-    setWindowTitle(Q(MDIForm1::form.Caption));
+    const QString title = frameTitle();
+    if (windowTitle() != title) setWindowTitle(title);
     if (!MDIForm1::BackBitmap.empty()) {
         QPixmap pm(Q(MDIForm1::BackBitmap));
         if (!pm.isNull()) {
@@ -89,9 +123,13 @@ void MainWindow::showCanvas() {
     canvasWindow_->setWindowTitle(Q(Form1::form.Caption));
     if (!canvasWindow_->isVisible()) canvasWindow_->showMaximized();
     canvas_->setFocus();
+    applyFrame();
 }
 
-void MainWindow::hideCanvas() { canvasWindow_->hide(); }
+void MainWindow::hideCanvas() {
+    canvasWindow_->hide();
+    applyFrame();
+}
 
 void MainWindow::closeEvent(QCloseEvent* e) {
     bool quit = false;

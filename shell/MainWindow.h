@@ -13,12 +13,15 @@ class QMenu;
 class MainWindow : public QMainWindow {
 public:
     MainWindow();
+    ~MainWindow() override;
     CanvasView* canvas() { return canvas_; }
     QMdiSubWindow* canvasWindow() { return canvasWindow_; }
     QMdiArea* mdi() { return mdi_; }
     void showCanvas();
     void hideCanvas();
     void applyFrame();
+    // The frame's caption, with the canvas's when the canvas fills the frame.
+    QString frameTitle() const;
     // Builds a QMenu (popup or bar menu) from an entry and its children.
     static void FillMenu(QMenu* menu, MenuEntry& entry);
 

@@ -42,9 +42,17 @@ PanelView::PanelView(Form& form, QWidget* parent) : QWidget(parent, Qt::Tool), f
     outer->setContentsMargins(10, 10, 10, 10);
     QHBoxLayout* row = nullptr;
     int rowGroup = 0;
+    bool grows = false;  // a page of text takes what the window gains
     for (Control* c : form.controls) {
         QWidget* w = buildControl(*c);
         if (!w) continue;
+        if (c->Kind == ControlKind::TextBox && static_cast<TextBox*>(c)->MultiLine && c->Group == 0) {
+            outer->addWidget(w, 1);
+            grows = true;
+            row = nullptr;
+            rowGroup = 0;
+            continue;
+        }
         if (c->Group != 0 && c->Group == rowGroup && row) {
             row->addWidget(w);
             continue;
@@ -59,7 +67,7 @@ PanelView::PanelView(Form& form, QWidget* parent) : QWidget(parent, Qt::Tool), f
             outer->addWidget(w);
         }
     }
-    outer->addStretch(1);
+    if (!grows) outer->addStretch(1);
     QPointer<PanelView> self(this);
     form.viewHook = [self] {
         if (self) self->applyForm();

@@ -9,15 +9,19 @@
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMdiArea>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QDir>
 #include <QUrl>
 
 #include "core/display/Form1.h"
+#include "core/framework/Boxes.h"
+#include "core/framework/Settings.h"
 #include "core/frame/Form2.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/controls.h"
@@ -28,9 +32,61 @@
 
 QtHost::QtHost(MainWindow* main) : main_(main) {}
 
+QPoint RightEdgePlace(const QRect& frame, const QSize& size, int stacked, const QRect& area) {
+    constexpr int margin = 12, firstTop = 64, step = 28;
+    QPoint p(frame.right() - size.width() - margin, frame.top() + firstTop + stacked * step);
+    p.setX(std::clamp(p.x(), area.left(), std::max(area.left(), area.right() - size.width())));
+    p.setY(std::clamp(p.y(), area.top(), std::max(area.top(), area.bottom() - size.height())));
+    return p;
+}
+
+QRect AwayFrom(const QRect& box, const QRect& obstacle, const QRect& area) {
+    if (!box.intersects(obstacle)) return box;
+    QRect below = box.translated(0, obstacle.bottom() + 8 - box.top());
+    if (below.bottom() <= area.bottom()) return below;
+    QRect above = box.translated(0, obstacle.top() - 8 - box.bottom());
+    return above.top() >= area.top() ? above : box;
+}
+
+void QtHost::RememberPlace(const PanelView* w, const Form& f) {
+    const QPoint p = w->pos();
+    SaveSectionSetting("Panels", f.Name, std::to_string(p.x()) + "," + std::to_string(p.y()));
+}
+
+void QtHost::placePanel(PanelView* w, Form& f, bool modal) {
+    const QRect frame = main_->geometry();
+    QScreen* screen = main_->screen();
+    const QRect area = screen ? screen->availableGeometry() : frame;
+    // Boxes and the progress window come up over the middle of the frame; a box
+    // stays clear of the progress window when both are up.
+    if (modal || &f == &Status::form) {
+        QRect box(frame.center() - QPoint(w->width() / 2, w->height() / 2), w->size());
+        PanelView* status = &f == &Status::form ? nullptr : panels_[&Status::form].data();
+        if (status && status->isVisible()) box = AwayFrom(box, status->frameGeometry(), area);
+        w->move(box.topLeft());
+        return;
+    }
+    const QStringList saved = Q(GetSectionSetting("Panels", f.Name, "")).split(',');
+    if (saved.size() == 2) {
+        bool okX = false, okY = false;
+        QPoint p(saved[0].toInt(&okX), saved[1].toInt(&okY));
+        // A place off the present screen (another monitor, a smaller one) is not kept.
+        if (okX && okY && area.intersects(QRect(p, w->size()))) {
+            w->move(p);
+            return;
+        }
+    }
+    int stacked = 0;
+    for (auto& [form, panel] : panels_)
+        if (panel && panel != w && panel->isVisible() && form != &Status::form) ++stacked;
+    w->move(RightEdgePlace(frame, w->size(), stacked, area));
+}
+
 // Programs still running at exit were started for the user (an export writing
 // the file just saved): they are let finish rather than killed.
 QtHost::~QtHost() {
+    for (auto& [form, panel] : panels_)
+        if (panel && panel->isVisible() && !panel->isModal() && form != &Status::form) RememberPlace(panel, *form);
     for (auto& [id, program] : programs_)
         if (program.process->state() != QProcess::NotRunning) program.process->waitForFinished(65535);
 }
@@ -75,10 +131,7 @@ void QtHost::ShowForm(Form& f, bool modal, Form*) {
     PanelView* w = panelFor(f);
     w->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
     w->adjustSize();
-    if (!w->isVisible()) {
-        QRect frame = main_->geometry();
-        w->move(frame.center() - QPoint(w->width() / 2, w->height() / 2));
-    }
+    if (!w->isVisible()) placePanel(w, f, modal);
     w->show();
     w->raise();
     w->activateWindow();
@@ -98,6 +151,7 @@ void QtHost::HideForm(Form& f) {
     if (&f == &MDIForm1::form) return;
     auto it = panels_.find(&f);
     if (it == panels_.end() || !it->second) return;
+    if (it->second->isVisible() && !it->second->isModal() && &f != &Status::form) RememberPlace(it->second, f);
     it->second->hide();
     if (it->second->modalLoop) it->second->modalLoop->quit();
 }
@@ -141,6 +195,14 @@ void QtHost::CanvasImageChanged(int left, int top, int right, int bottom) {
     if (left <= 0 && top <= 0 && right >= c->visibleWidth() && bottom >= c->visibleHeight()) main_->applyFrame();
 }
 
+void QtHost::ScrollCanvasTo(int x, int y) {
+    CanvasView* c = main_->canvas();
+    c->horizontalScrollBar()->setValue(x);
+    c->verticalScrollBar()->setValue(y);
+}
+
+void QtHost::PaintPending() { QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20); }
+
 bool QtHost::CanvasIsActive() {
     QMdiSubWindow* current = main_->mdi()->currentSubWindow();
     return current == nullptr || current == main_->canvasWindow();
@@ -161,14 +223,35 @@ QString QtFilterOf(const std::string& filter, int index, QString* selected) {
     return out.join(";;");
 }
 
+void KeepTypedName(QFileDialog& dialog) {
+    auto* edit = dialog.findChild<QLineEdit*>("fileNameEdit");
+    if (!edit) return;  // a dialog of the desktop's own, which leaves names alone
+    auto typed = std::make_shared<QString>();
+    QObject::connect(edit, &QLineEdit::textEdited, edit, [typed](const QString& t) { *typed = t; });
+    QObject::connect(&dialog, &QFileDialog::currentChanged, edit, [typed](const QString& path) {
+        if (!QFileInfo(path).isDir()) *typed = QFileInfo(path).fileName();
+    });
+    QObject::connect(&dialog, &QFileDialog::filterSelected, edit, [edit, typed](const QString&) {
+        if (!typed->isEmpty() && edit->text() != *typed) edit->setText(*typed);
+    });
+}
+
 namespace {
 std::optional<std::string> RunFileDialog(QWidget* parent, FileDialogRequest& dialog, bool save) {
     QString selected;
     QString filters = QtFilterOf(dialog.Filter, dialog.FilterIndex, &selected);
     QString start = Q(dialog.InitDir);
     if (!dialog.FileName.empty()) start = QFileInfo(QDir(start), Q(dialog.FileName)).filePath();
-    QString path = save ? QFileDialog::getSaveFileName(parent, Q(dialog.Title), start, filters, &selected)
-                        : QFileDialog::getOpenFileName(parent, Q(dialog.Title), start, filters, &selected);
+    QFileDialog d(parent, Q(dialog.Title), QString(), filters);
+    d.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    d.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    if (QFileInfo(start).isDir()) d.setDirectory(start);
+    else if (!start.isEmpty()) d.selectFile(start);
+    if (!selected.isEmpty()) d.selectNameFilter(selected);
+    if (save) KeepTypedName(d);
+    if (d.exec() != QDialog::Accepted || d.selectedFiles().isEmpty()) return std::nullopt;
+    const QString path = d.selectedFiles().front();
+    selected = d.selectedNameFilter();
     if (path.isEmpty()) return std::nullopt;
     QStringList all = filters.split(";;");
     dialog.FilterIndex = static_cast<int>(all.indexOf(selected)) + 1;
@@ -246,3 +329,19 @@ void QtHost::KillProgram(ProgramId id) {
 }
 
 void QtHost::ReleaseProgram(ProgramId id) { programs_.erase(id); }
+
+std::optional<std::string> QtHost::ProgramOutput(const std::string& program, const std::vector<std::string>& arguments,
+                                                 int milliseconds) {
+    QProcess p;
+    p.setStandardErrorFile(QProcess::nullDevice());
+    QStringList args;
+    for (const std::string& a : arguments) args << Q(a);
+    p.start(Q(program), args);
+    if (!p.waitForStarted(10000)) return std::nullopt;
+    if (!p.waitForFinished(milliseconds)) {
+        p.kill();
+        p.waitForFinished(2000);
+        return std::nullopt;
+    }
+    return p.readAllStandardOutput().toStdString();
+}

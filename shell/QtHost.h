@@ -10,6 +10,7 @@
 #include "core/framework/Host.h"
 
 class MainWindow;
+class QFileDialog;
 class PanelView;
 
 class QtHost : public Host {
@@ -25,6 +26,8 @@ public:
     void SetCanvasWindowSize(int width, int height) override;
     void CanvasImageChanged(int left, int top, int right, int bottom) override;
     bool CanvasIsActive() override;
+    void ScrollCanvasTo(int x, int y) override;
+    void PaintPending() override;
     std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) override;
     std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
@@ -37,8 +40,14 @@ public:
     ProgramExit ProgramResult(ProgramId id) override;
     void KillProgram(ProgramId id) override;
     void ReleaseProgram(ProgramId id) override;
+    std::optional<std::string> ProgramOutput(const std::string& program, const std::vector<std::string>& arguments,
+                                             int milliseconds) override;
 
     PanelView* panelFor(Form& f);  // made on first use
+    // Where a panel opens: where the user last put it, or first at the frame's right edge.
+    void placePanel(PanelView* w, Form& f, bool modal);
+    // Keeps where a panel stands, for the next time it opens (this run or the next).
+    static void RememberPlace(const PanelView* w, const Form& f);
 
 private:
     MainWindow* main_;
@@ -51,6 +60,17 @@ private:
     ProgramId lastProgram_ = 0;
     QProcess* process(ProgramId id);
 };
+
+// A panel's first place: against the right edge of the frame, below the panels
+// already standing there (`stacked` of them), inside `area`.
+QPoint RightEdgePlace(const QRect& frame, const QSize& size, int stacked, const QRect& area);
+// `box` moved off `obstacle`, below it or else above it, staying inside `area`;
+// unchanged when they do not overlap.
+QRect AwayFrom(const QRect& box, const QRect& obstacle, const QRect& area);
+
+// Qt's own save dialog rewrites the extension of a typed name when the user
+// picks another filter; this keeps the name as typed (or picked from the list).
+void KeepTypedName(QFileDialog& dialog);
 
 // Filters of the classic dialogs ("Desc|*.a;*.b|...") in Qt's form.
 QString QtFilterOf(const std::string& filter, int index, QString* selected);

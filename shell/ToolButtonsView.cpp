@@ -50,8 +50,18 @@ private:
     void (*settings_)();
 };
 
+// The tool that is down looks pressed in, in the panels' button colours (dark
+// body, light text); the others stand out light. The style's own checked look is
+// too faint on the panel's background to tell the tool at a glance.
+const char* const ToolRowStyle =
+    "QToolButton { padding: 3px 8px; border: 1px solid #6e6660; border-radius: 2px;"
+    " background: #ece8e4; color: #000000; }"
+    "QToolButton:checked { background: #555566; color: #ffee88; border: 2px inset #222233; }"
+    "QToolButton:hover:!checked { background: #ffffff; }";
+
 QWidget* MakeToolRow(PanelView& panel) {
     auto* row = new QWidget(&panel);
+    row->setStyleSheet(ToolRowStyle);
     auto* h = new QHBoxLayout(row);
     h->setContentsMargins(0, 0, 0, 0);
     h->setSpacing(2);

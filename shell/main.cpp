@@ -76,11 +76,6 @@ int main(int argc, char** argv) {
     KeyForwarder keys;
     app.installEventFilter(&keys);
     DriveTimers(&app);
-    MDIForm1::form.viewHook = [&main] { main.applyFrame(); };
-    Form1::form.viewHook = [&main] {
-        main.canvasWindow()->setWindowTitle(Q(Form1::form.Caption));
-        main.canvas()->viewport()->setCursor(Form1::form.MousePointer == Pointer::Busy ? Qt::WaitCursor : Qt::CrossCursor);
-    };
 
     QTimer::singleShot(0, [&] {
         Guarded([] { Kelpwick::Main(DefaultFilesFolder(QCoreApplication::applicationDirPath().toStdString())); });

@@ -3,6 +3,7 @@
 #include "core/display/Display.h"
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 #include "core/framework/AppState.h"
@@ -22,6 +23,7 @@ int RefreshStride16 = 0, RefreshRows16 = 0;
 uint8_t DisplayBroken = 0, BlitOnly = 0;
 int16_t MarqueePhase = 255, MarqueeDelay = 0;
 Hook<> DisplayRedrawn;
+Hook<> ZoomFollowed;
 DisplayChoices Choices;
 
 namespace {
@@ -183,6 +185,37 @@ void ResizeWindow() {
     long long w = static_cast<long long>(BufferWidth()) * App.ZoomPercent / 100;
     long long h = static_cast<long long>(BufferHeight()) * App.ZoomPercent / 100;
     host().SetCanvasWindowSize(static_cast<int>(std::max(0LL, w)), static_cast<int>(std::max(0LL, h)));
+}
+
+namespace {
+// The picture point held under the cursor by the last zoom. The view's origin is
+// a whole window pixel, so the point it shows drifts by a fraction at each step;
+// while the cursor and the view stay as that zoom left them, the exact point is
+// taken again, and a run of steps in and out comes back where it began.
+struct ZoomAnchor {
+    double vx = -1, vy = -1, px = 0, py = 0;
+    int originX = -1, originY = -1, zoom = 0;
+} anchor;
+}  // namespace
+
+void ZoomAbout(int percent, double vx, double vy) {
+    if (percent == App.ZoomPercent || percent <= 0) return;
+    const CanvasSurface s = host().GetCanvasSurface();
+    double px = (s.OriginX + vx) * 100.0 / App.ZoomPercent;
+    double py = (s.OriginY + vy) * 100.0 / App.ZoomPercent;
+    if (anchor.vx == vx && anchor.vy == vy && anchor.originX == s.OriginX && anchor.originY == s.OriginY &&
+        anchor.zoom == App.ZoomPercent) {
+        px = anchor.px;
+        py = anchor.py;
+    }
+    App.ZoomPercent = percent;
+    ResizeWindow();
+    host().ScrollCanvasTo(static_cast<int>(std::lround(px * percent / 100.0 - vx)),
+                          static_cast<int>(std::lround(py * percent / 100.0 - vy)));
+    const CanvasSurface now = host().GetCanvasSurface();
+    anchor = {vx, vy, px, py, now.OriginX, now.OriginY, percent};
+    ZoomFollowed.raise();
+    RedisplayWindow();
 }
 
 void ShowRestoredPicture(bool alphaOn) {

@@ -33,6 +33,12 @@ extern Hook<> DisplayRedrawn;
 // restored picture is shown.
 void ShowRestoredPicture(bool alphaOn);
 void ResizeWindow();
+// The zoom changed other than through the zoom panel's slider (a new document
+// starts at 100 %, the wheel zooms): the zoom controls follow.
+extern Hook<> ZoomFollowed;
+// Zooms to `percent` about a point of the view: (vx, vy) is a position in the
+// visible part, and the picture point under it stays under it.
+void ZoomAbout(int percent, double vx, double vy);
 void Refresh_Click();
 void InitMarquee();
 void DisplayMarquee();

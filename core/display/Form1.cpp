@@ -8,7 +8,8 @@
 #include "core/framework/Commands.h"
 
 namespace Form1 {
-Form form("Form1", "Canvas");
+const char* const DesignCaption = "Canvas";
+Form form("Form1", DesignCaption);
 Timer Timer1(form, "Timer1", 100, [] { Timer1_Timer(); });
 Shape Brush_bounds(form, "Brush_bounds");
 LineControl Line1(form, "Line1");
@@ -28,14 +29,32 @@ struct Wiring {
 } wiring;
 }  // namespace
 
+namespace {
+int loads = 0;
+}
+
+// A new canvas shows the picture from its top left at 100 %, whatever the last
+// document's view was, and the zoom controls say so.
 void Form_Load() {
+    ++loads;
     App.ZoomPercent = 100;
+    ResetView();
+}
+
+int Loads() { return loads; }
+
+void ResetView() {
+    ResizeWindow();
+    host().ScrollCanvasTo(0, 0);
+    ZoomFollowed.raise();
 }
 
 void Form_Resize() { ResizeWindow(); }
 
+// The window goes with its document, and with it the name of the document's file.
 void Document_Closing() {
     if (form.Loaded) Unload(form);
+    form.Caption = DesignCaption;
 }
 
 void Document_Created(uint32_t backColour) {

@@ -16,6 +16,14 @@ extern Shape CloneCross;          // the clone source mark of a shift-click (cen
 extern Prop<uint32_t>& BackColor;
 
 void Form_Load();
+// The caption a new canvas window starts with; a file command names it after its file.
+extern const char* const DesignCaption;
+// How many canvas windows have been made: each new document makes one. A late
+// answer about a document (an export ending) checks that it is still the same.
+int Loads();
+// The view at the picture's top left, its size and the zoom controls following
+// App.ZoomPercent.
+void ResetView();
 void Form_Resize();
 // Listen to the document: the canvas window closes with the old document and
 // opens on the new one, cleared to its colour.

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
@@ -90,6 +91,65 @@ void RestoreSizeText() {
     if (DocumentExists()) SetBufferSize(BufR.ubX(), BufR.ubY());
     else SetBufferSize(320, 240);
 }
+
+// The first writing of one new block of planes: rows of `stride` bytes, the
+// picture (w by h) in `value`, the extra column and row and any other row 0.
+struct FirstWrite {
+    uint8_t* data;
+    size_t stride;
+    size_t rows;
+    int w, h;
+    uint8_t value;
+};
+
+// Above this many bytes a new document shows its progress while it is written.
+constexpr uint64_t ProgressBytes = 64ull << 20;
+
+void WriteRow(const FirstWrite& f, size_t y) {
+    uint8_t* row = f.data + y * f.stride;
+    size_t picture = y < static_cast<size_t>(f.h) ? static_cast<size_t>(f.w) : 0;
+    std::fill_n(row, picture, f.value);
+    std::fill(row + picture, row + f.stride, uint8_t{0});
+}
+
+// Every new plane is written exactly once, here: the allocation leaves them
+// unzeroed. A big document shows its progress in the status window, whose
+// steps let the windows repaint meanwhile.
+void WriteNewPlanes(const std::vector<FirstWrite>& writes) {
+    uint64_t total = 0, done = 0;
+    for (const FirstWrite& f : writes) total += static_cast<uint64_t>(f.stride) * f.rows;
+    const bool progress = total > ProgressBytes;
+    if (progress) ShowStatus("Processing...");
+    int shown = 0;
+    for (const FirstWrite& f : writes)
+        for (size_t y = 0; y < f.rows; ++y) {
+            WriteRow(f, y);
+            done += f.stride;
+            const int percent = static_cast<int>(done * 100 / total);
+            if (progress && percent != shown) Bar(shown = percent);
+        }
+    if (progress) HideStatus();
+}
+
+std::vector<FirstWrite> FirstWrites(NewPlanes& n, int w, int h, uint32_t colour) {
+    std::vector<FirstWrite> writes;
+    auto plane = [&](Plane& p, uint8_t v) {
+        writes.push_back({p.data(), p.stride(), static_cast<size_t>(p.ubY()) + 1, w, h, v});
+    };
+    plane(n.r, vb::RedOf(colour));
+    plane(n.g, vb::GreenOf(colour));
+    plane(n.b, vb::BlueOf(colour));
+    plane(n.a, 255);
+    plane(n.sr, vb::RedOf(colour));
+    plane(n.sg, vb::GreenOf(colour));
+    plane(n.sb, vb::BlueOf(colour));
+    for (Plane* p : {&n.ur, &n.ug, &n.ub, &n.marquee}) plane(*p, 0);
+    // The undo slots are zeroed as one block each: every page is taken now, not
+    // in the middle of a later stroke.
+    for (Plane3* p : {&n.ring.r, &n.ring.g, &n.ring.b, &n.ring.a})
+        writes.push_back({p->slot(0), p->stride(), (static_cast<size_t>(p->ubY()) + 1) * (p->ubZ() + 1), 0, 0, 0});
+    return writes;
+}
 }  // namespace
 
 bool CreateNewDocument(bool ask) {
@@ -105,7 +165,7 @@ bool CreateNewDocument(bool ask) {
         h = BufferHeight();
     }
     // Check the memory first: the system may promise more than it can give, and
-    // the zero fill would then end the program instead of failing here. The old
+    // the first writing of the planes would then end the program instead of failing here. The old
     // document is freed only after the new one exists, so it does not count as free.
     const uint64_t plane = static_cast<uint64_t>(w + 1) * static_cast<uint64_t>(h + 1);
     const uint64_t available = AvailableMemory ? AvailableMemory() : UINT64_MAX;
@@ -115,9 +175,9 @@ bool CreateNewDocument(bool ask) {
     NewPlanes n;
     try {
         if (need(2) > available) throw std::bad_alloc();
-        n.ring = MakeUndoRing(App.UndoMegs, w, h, last);
+        n.ring = MakeUndoRing(App.UndoMegs, w, h, last, false);
         for (Plane* p : {&n.r, &n.g, &n.b, &n.a, &n.ur, &n.ug, &n.ub, &n.sr, &n.sg, &n.sb, &n.marquee})
-            p->alloc(w, h);
+            p->alloc(w, h, false);
     } catch (const std::bad_alloc&) {
         bool first = !DocumentExists();
         Kelpwick_MsgBox("Not enough memory for a buffer of " + std::to_string(w) + " by " + std::to_string(h) +
@@ -127,6 +187,10 @@ bool CreateNewDocument(bool ask) {
         if (first && (w != 320 || h != 240)) return CreateNewDocument(false);
         return false;
     }
+    // Written before the old document goes, so that it stays on screen meanwhile.
+    const uint32_t sec = Form2::SecondaryColour();
+    ++App.LockCount;
+    WriteNewPlanes(FirstWrites(n, w, h, sec));
     App.LockCount = 0;
     DocumentClosing.raise();
     InstallUndoRing(std::move(n.ring));
@@ -136,17 +200,6 @@ bool CreateNewDocument(bool ask) {
     SwapR.swap(n.sr); SwapG.swap(n.sg); SwapB.swap(n.sb);
     MarqueePlane.swap(n.marquee);
     TempPlane.alloc(1, 1);
-
-    const uint32_t sec = Form2::SecondaryColour();
-    for (int y = 0; y < h; ++y) {
-        std::fill_n(BufR.row(y), w, vb::RedOf(sec));
-        std::fill_n(BufG.row(y), w, vb::GreenOf(sec));
-        std::fill_n(BufB.row(y), w, vb::BlueOf(sec));
-        std::fill_n(BufA.row(y), w, uint8_t{255});
-        std::fill_n(SwapR.row(y), w, vb::RedOf(sec));
-        std::fill_n(SwapG.row(y), w, vb::GreenOf(sec));
-        std::fill_n(SwapB.row(y), w, vb::BlueOf(sec));
-    }
     DocumentCreated.raise(sec);
     return true;
 }

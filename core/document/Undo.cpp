@@ -65,21 +65,15 @@ int16_t UndoSlotsForBudget(int32_t megs, double w, double h) {
     return static_cast<int16_t>(std::min(n, 32766.0));
 }
 
-UndoRingSet MakeUndoRing(int32_t megs, int w, int h, int16_t last) {
+UndoRingSet MakeUndoRing(int32_t megs, int w, int h, int16_t last, bool zero) {
     UndoRingSet set;
     int16_t n = std::min(UndoSlotsForBudget(megs, w, h), std::max<int16_t>(last, 1));
     try {
-        set.r.alloc(w, h, n);
-        set.g.alloc(w, h, n);
-        set.b.alloc(w, h, n);
-        set.a.alloc(w, h, n);
+        for (Plane3* p : {&set.r, &set.g, &set.b, &set.a}) p->alloc(w, h, n, zero);
     } catch (const std::bad_alloc&) {
         set = UndoRingSet();
         n = 1;
-        set.r.alloc(w, h, n);
-        set.g.alloc(w, h, n);
-        set.b.alloc(w, h, n);
-        set.a.alloc(w, h, n);
+        for (Plane3* p : {&set.r, &set.g, &set.b, &set.a}) p->alloc(w, h, n, zero);
     }
     set.states.assign(static_cast<size_t>(n) + 1, UndoSlotState{});
     set.last = n;

@@ -31,5 +31,6 @@ struct UndoRingSet {
     int16_t last = 0;
 };
 // `last` is the highest slot index wanted (from the budget, or 1 when memory is short).
-UndoRingSet MakeUndoRing(int32_t megs, int w, int h, int16_t last);
+// Unzeroed, the caller writes the slots before any read.
+UndoRingSet MakeUndoRing(int32_t megs, int w, int h, int16_t last, bool zero = true);
 void InstallUndoRing(UndoRingSet&& set);

@@ -78,9 +78,11 @@ void New_Click() {
     Form1::Timer1.TimerEnabled = false;
     if (Form1::form.Visible) Hide(Form1::form);
     Show(CanvasSize::form, true);
+    host().PaintPending();  // the dialog gone from the screen before a big document is made
     App.ZoomPercent = 100;
     // Cancel restores the old size text, and the buffer is cleared all the same.
     if (!CreateNewDocument(false) && !Form1::form.Visible) Show(Form1::form);
+    Form1::ResetView();  // also when the old document stays: its zoom was set back
     DemensionRefreshBuff();
     SaveUndo();
     RedisplayWindow();

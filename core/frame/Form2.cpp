@@ -203,6 +203,9 @@ void Combo4_Click() {
         {"AROUND GREY", PaintMode::AroundGrey}};
     for (auto [literal, mode] : modes)
         if (t == literal) App.PaintMode = mode;
+    // The info box names the mode the next stroke will paint with, from now on.
+    GetCurrentInfo();
+    PrintUserInfo();
 }
 uint32_t SecondaryColour() { return Shape1.FillColor; }
 

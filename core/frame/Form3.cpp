@@ -17,8 +17,8 @@ CommandButton Command1(form, "Command1", "Ok", [] { Command1_Click(); }, ButtonR
 namespace {
 struct Wiring {
     Wiring() {
+        // A page of text the user reads: read-only, never greyed out.
         Text1.MultiLine = true;
-        Text1.Enabled.setQuietly(false);
         form.Click = [] { Hide(form); };
         form.Deactivate = [] { Hide(form); };
         form.Load = [] { PrefsCallBack(form); };

@@ -1,6 +1,7 @@
 // The keyboard shortcut reference, read from the program folder, and the help page.
 #include "core/frame/KeyboardHelp.h"
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -37,9 +38,11 @@ struct Wiring {
 
 void Shortcuts_Click() { Show(KeyboardHelp::form, false, &MDIForm1::form); }
 
+// Without a browser the user is told where the page is, so that it can be opened by hand.
 void Help_Kelhelp_Click() {
-    if (!host().OpenDocument(ProgramFile("Kelhelp.html")))
+    const std::string page = ProgramFile("Kelhelp.html");
+    if (!host().OpenDocument(page))
         Kelpwick_MsgBox(
             "Can't locate the default browser.  The help file may be found in the directory where this software is "
-            "installed.");
+            "installed.\n" + std::filesystem::absolute(page).string());
 }

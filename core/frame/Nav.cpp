@@ -34,19 +34,50 @@ struct Wiring {
 } wiring;
 }  // namespace
 
+namespace {
+// The number and the marker, which grows with the zoom.
+void ShowZoom(int percent) {
+    Label1.Caption = std::to_string(percent);
+    Shape1.Width = 4 + percent / 10;
+    Shape1.Height = 4 + percent / 10;
+}
+}  // namespace
+
+const int ZoomSteps[8] = {25, 50, 100, 200, 300, 400, 500, 600};
+
 void HScroll1_Change() {
     App.ZoomPercent = HScroll1.Value;
-    Label1.Caption = std::to_string(HScroll1.Value);
-    // The marker grows with the zoom.
-    Shape1.Width = 4 + HScroll1.Value / 10;
-    Shape1.Height = 4 + HScroll1.Value / 10;
+    ShowZoom(HScroll1.Value);
     ResizeWindow();
     RedisplayWindow();
+}
+
+int NextZoomStep(int percent, int direction) {
+    if (direction > 0) {
+        for (int s : ZoomSteps)
+            if (s > percent) return s;
+    } else if (direction < 0) {
+        for (int i = 7; i >= 0; --i)
+            if (ZoomSteps[i] < percent) return ZoomSteps[i];
+    }
+    return percent;
+}
+
+void FollowZoom() {
+    // Quietly: the zoom is already in force, and a Change would redraw it again.
+    if (HScroll1.Value != App.ZoomPercent) {
+        HScroll1.Value.setQuietly(App.ZoomPercent);
+        HScroll1.notifyView();
+    }
+    ShowZoom(App.ZoomPercent);
+}
+
+void WheelZoom(int direction, double vx, double vy) {
+    ZoomAbout(NextZoomStep(App.ZoomPercent, direction), vx, vy);
 }
 }  // namespace Nav
 
 void Magnify_Click() {
-    Nav::HScroll1.Value.setQuietly(App.ZoomPercent);
-    Nav::Label1.Caption = std::to_string(App.ZoomPercent);
+    Nav::FollowZoom();
     Show(Nav::form, false, &MDIForm1::form);
 }

@@ -110,7 +110,8 @@ void Bar(int percent) {
     Status::Picture2.Text = std::to_string(percent) + "%";
     BarPosition = static_cast<int16_t>(percent);
     Picture1.Refresh();
-    if (Status::form.Visible) host().DoEvents();
+    // Painted at once while the work keeps the thread; no command runs in between.
+    if (Status::form.Visible) host().PaintPending();
 }
 
 void ShowStatus(const std::string& caption) {

@@ -21,6 +21,9 @@ bool Host::WaitForProgram(ProgramId, int) { return true; }
 ProgramExit Host::ProgramResult(ProgramId) { return {}; }
 void Host::KillProgram(ProgramId) {}
 void Host::ReleaseProgram(ProgramId) {}
+std::optional<std::string> Host::ProgramOutput(const std::string&, const std::vector<std::string>&, int) {
+    return std::nullopt;
+}
 
 void Show(Form& f, bool modal, Form* owner) {
     if (!f.Loaded) {

@@ -56,6 +56,12 @@ public:
     virtual void CanvasImageChanged(int left, int top, int right, int bottom) = 0;
     // True while the canvas is the active window of the frame.
     virtual bool CanvasIsActive() { return true; }
+    // Scrolls the canvas so that window pixel (x, y) of the zoomed picture lies at
+    // the view's top left, as far as the picture's size allows.
+    virtual void ScrollCanvasTo(int /*x*/, int /*y*/) {}
+    // Lets the windows paint what is pending, taking no input from the user:
+    // long work keeps the screen alive without running commands in between.
+    virtual void PaintPending() { DoEvents(); }
 
     // Common dialogs: empty / nullopt when cancelled.
     virtual std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) = 0;
@@ -82,6 +88,10 @@ public:
     virtual void KillProgram(ProgramId id);
     // Forgets a program, killing it first if it still runs.
     virtual void ReleaseProgram(ProgramId id);
+    // Runs a program to its end, for at most `milliseconds`, and gives all it wrote
+    // on its output channel; nullopt when it did not start or did not end in time.
+    virtual std::optional<std::string> ProgramOutput(const std::string& program,
+                                                     const std::vector<std::string>& arguments, int milliseconds);
 
     // Opens a popup menu of the hidden Menus window at the pointer.
     virtual void PopupMenu(MenuEntry& menu) = 0;

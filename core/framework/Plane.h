@@ -27,14 +27,15 @@ public:
 
     // Allocates bounds 0..ubX by 0..ubY, zero-filled, so every page is touched now
     // rather than on the first stroke. Throws std::bad_alloc and leaves *this alone.
-    void alloc(int ubX, int ubY) {
-        *this = Make(ubX, ubY);
+    // Unzeroed, the caller writes every element itself before any read.
+    void alloc(int ubX, int ubY, bool zero = true) {
+        *this = Make(ubX, ubY, zero);
     }
-    static Grid Make(int ubX, int ubY) {
+    static Grid Make(int ubX, int ubY, bool zero = true) {
         Grid g;
         if (ubX < 0 || ubY < 0) return g;
         size_t n = static_cast<size_t>(ubX + 1) * static_cast<size_t>(ubY + 1);
-        g.mem_.reset(new T[n]());
+        g.mem_.reset(zero ? new T[n]() : new T[n]);
         g.ubX_ = ubX;
         g.ubY_ = ubY;
         return g;
@@ -84,13 +85,13 @@ private:
 template <typename T>
 class Grid3 {
 public:
-    void alloc(int ubX, int ubY, int ubZ) { *this = Make(ubX, ubY, ubZ); }
-    static Grid3 Make(int ubX, int ubY, int ubZ) {
+    void alloc(int ubX, int ubY, int ubZ, bool zero = true) { *this = Make(ubX, ubY, ubZ, zero); }
+    static Grid3 Make(int ubX, int ubY, int ubZ, bool zero = true) {
         Grid3 g;
         if (ubX < 0 || ubY < 0 || ubZ < 0) return g;
         size_t n = static_cast<size_t>(ubX + 1) * static_cast<size_t>(ubY + 1) *
                    static_cast<size_t>(ubZ + 1);
-        g.mem_.reset(new T[n]());
+        g.mem_.reset(zero ? new T[n]() : new T[n]);
         g.ubX_ = ubX;
         g.ubY_ = ubY;
         g.ubZ_ = ubZ;

@@ -25,6 +25,16 @@ void SaveSetting(const std::string& key, const std::string& value) {
     Store().sync();
 }
 
+std::string GetSectionSetting(const std::string& section, const std::string& key, const std::string& deflt) {
+    QVariant v = Store().value(QString::fromStdString(section + "/" + key));
+    return v.isValid() ? v.toString().toStdString() : deflt;
+}
+
+void SaveSectionSetting(const std::string& section, const std::string& key, const std::string& value) {
+    Store().setValue(QString::fromStdString(section + "/" + key), QString::fromStdString(value));
+    Store().sync();
+}
+
 std::string BoolText(bool v) { return v ? "True" : "False"; }
 
 bool ParseBoolText(const std::string& s, bool deflt) {

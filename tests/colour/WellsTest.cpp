@@ -88,6 +88,11 @@ TEST_F(WellsTest, MenuCommandsGoThroughTheDialogs) {
     Form2::Well(0).Color = 0;
     Form2::Combo5.ListIndex = static_cast<int>(std::find(items.begin(), items.end(), "kw-menu.wl") - items.begin());
     EXPECT_EQ(Form2::Well(0).Color, 4242u) << "picking it in the list loads it";
+    // The list read again (the box takes the focus, a file is saved): the name stays shown, unread.
+    Form2::Well(0).Color = 7;
+    Form2::Combo5_GotFocus();
+    EXPECT_EQ(Form2::Combo5.Text(), "kw-menu.wl");
+    EXPECT_EQ(Form2::Well(0).Color, 7u);
     fs::remove(path);
     App.StartDirectory.clear();
 }

@@ -160,6 +160,10 @@ TEST_F(ShellLogicTest, HelpWindowsAndUnlock) {
     host.documentOpens = false;
     host.ExpectMessage("Can't locate the default browser.");
     Help_Kelhelp_Click();
+    // The message names the page with its whole path.
+    const std::string said = host.messages.back(), path = said.substr(said.rfind('\n') + 1);
+    EXPECT_EQ(path.front(), '/');
+    EXPECT_EQ(path.substr(path.size() - 13), "/Kelhelp.html");
     host.documentOpens = true;
     Help_Kelhelp_Click();
     EXPECT_NE(host.documentsOpened.back().find("Kelhelp.html"), std::string::npos);

@@ -18,6 +18,7 @@
 struct ScriptedHost::Program {
     QProcess process;
     std::string errorText;  // gathered as it is read
+    std::optional<ProgramExit> faked;
 };
 
 namespace {
@@ -104,7 +105,21 @@ CanvasSurface ScriptedHost::GetCanvasSurface() {
     CanvasSurface s;
     s.Width = std::min(canvasWidth, 2048);
     s.Height = std::min(canvasHeight, 2048);
+    s.OriginX = originX;
+    s.OriginY = originY;
     return s;
+}
+
+void ScriptedHost::ScrollCanvasTo(int x, int y) {
+    CanvasSurface s = GetCanvasSurface();
+    x = std::clamp(x, 0, std::max(0, canvasWidth - s.Width));
+    y = std::clamp(y, 0, std::max(0, canvasHeight - s.Height));
+    if (surface) {
+        surface->OriginX = x;
+        surface->OriginY = y;
+    }
+    originX = x;
+    originY = y;
 }
 
 std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogRequest&) {
@@ -151,6 +166,11 @@ ProgramId ScriptedHost::StartProgram(const std::string& name, const std::vector<
     programsStarted.push_back({name});
     programsStarted.back().insert(programsStarted.back().end(), arguments.begin(), arguments.end());
     auto p = std::make_unique<Program>();
+    if (auto fake = fakePrograms.find(name); fake != fakePrograms.end()) {
+        p->faked = fake->second;
+        programs_[++lastProgram] = std::move(p);
+        return lastProgram;
+    }
     p->process.setStandardOutputFile(QProcess::nullDevice());
     QStringList args;
     for (const std::string& a : arguments) args << QString::fromStdString(a);
@@ -163,7 +183,7 @@ ProgramId ScriptedHost::StartProgram(const std::string& name, const std::vector<
 // No event loop runs here: a look at the process brings its state up to date.
 bool ScriptedHost::ProgramRunning(ProgramId id) {
     Program* p = program(id);
-    return p && p->process.state() != QProcess::NotRunning && !p->process.waitForFinished(0);
+    return p && !p->faked && p->process.state() != QProcess::NotRunning && !p->process.waitForFinished(0);
 }
 
 bool ScriptedHost::WaitForProgram(ProgramId id, int milliseconds) {
@@ -178,6 +198,7 @@ bool ScriptedHost::WaitForProgram(ProgramId id, int milliseconds) {
 ProgramExit ScriptedHost::ProgramResult(ProgramId id) {
     Program* p = program(id);
     if (!p) return {};
+    if (p->faked) return *p->faked;
     p->errorText += p->process.readAllStandardError().toStdString();
     return {p->process.exitStatus() == QProcess::NormalExit, p->process.exitCode(), p->errorText};
 }
@@ -187,6 +208,19 @@ void ScriptedHost::KillProgram(ProgramId id) {
 }
 
 void ScriptedHost::ReleaseProgram(ProgramId id) { programs_.erase(id); }
+
+std::optional<std::string> ScriptedHost::ProgramOutput(const std::string& name,
+                                                       const std::vector<std::string>& arguments, int milliseconds) {
+    programsStarted.push_back({name});
+    programsStarted.back().insert(programsStarted.back().end(), arguments.begin(), arguments.end());
+    if (auto fake = fakeOutputs.find(name); fake != fakeOutputs.end()) return fake->second;
+    QProcess p;
+    QStringList args;
+    for (const std::string& a : arguments) args << QString::fromStdString(a);
+    p.start(QString::fromStdString(name), args);
+    if (!p.waitForStarted(10000) || !p.waitForFinished(milliseconds)) return std::nullopt;
+    return p.readAllStandardOutput().toStdString();
+}
 
 void MakeTestDocument(int w, int h) {
     SetBufferSize(w, h);

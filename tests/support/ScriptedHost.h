@@ -48,12 +48,27 @@ public:
     double clock = 0;
     // Every program started (or tried), its name first, then its arguments.
     std::vector<std::vector<std::string>> programsStarted;
+    // Programs that do not really run: started by this name, they have ended at
+    // once, as given (their error text included).
+    std::map<std::string, ProgramExit> fakePrograms;
 
     void ShowForm(Form& f, bool modal, Form* owner) override;
     void HideForm(Form&) override {}
     void UnloadForm(Form&) override {}
-    void DoEvents() override {}
+    void DoEvents() override {
+        ++eventPumps;
+        if (onEvents) onEvents();
+    }
+    void PaintPending() override {
+        ++paintPumps;
+        if (onEvents) onEvents();
+    }
+    int eventPumps = 0, paintPumps = 0;
+    std::function<void()> onEvents;  // runs at each pump: a test looks at the screen meanwhile
     CanvasSurface GetCanvasSurface() override;
+    // The origin follows, held inside the picture as a scroll bar holds it.
+    void ScrollCanvasTo(int x, int y) override;
+    int originX = 0, originY = 0;  // of the visible part, when no fixed surface is given
     void SetCanvasWindowSize(int w, int h) override {
         canvasWidth = w;
         canvasHeight = h;
@@ -77,6 +92,10 @@ public:
     ProgramExit ProgramResult(ProgramId id) override;
     void KillProgram(ProgramId id) override;
     void ReleaseProgram(ProgramId id) override;
+    // The output of a faked program is its entry here; other programs really run.
+    std::optional<std::string> ProgramOutput(const std::string& program, const std::vector<std::string>& arguments,
+                                             int milliseconds) override;
+    std::map<std::string, std::string> fakeOutputs;
 
 private:
     struct Step {
