@@ -1,0 +1,148 @@
+// Table, channel, hue and posterize kernels, and the alpha passes shared by the
+// filters. Rows are independent, so each kernel splits them over the threads.
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+#include "native/ColourSpace.h"
+#include "native/FilterThreads.h"
+#include "native/Rounding.h"
+#include "native/kwfilter.h"
+
+namespace kwfilter {
+namespace {
+inline size_t Stride(int W) { return static_cast<size_t>(W) + 1; }
+inline size_t At(int W, int y) { return static_cast<size_t>(y) * Stride(W); }
+inline uint8_t Mix(int old, int neu, int a) { return static_cast<uint8_t>((old * (255 - a) + neu * a) / 255); }
+}  // namespace
+
+void Overlay_b(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* UR, const uint8_t* UG, const uint8_t* UB,
+               const uint8_t* A, uint8_t AlphaOff, int W, int H) {
+    if (AlphaOff != 0) return;
+    kwthreads::ForRows(H, [&](int y0, int y1) {
+        for (int y = y0; y < y1; ++y) {
+            const size_t o = At(W, y);
+            for (int x = 0; x < W; ++x) {
+                const int a = A[o + x];
+                R[o + x] = Mix(UR[o + x], R[o + x], a);
+                G[o + x] = Mix(UG[o + x], G[o + x], a);
+                B[o + x] = Mix(UB[o + x], B[o + x], a);
+            }
+        }
+    });
+}
+
+void Overlay(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* SR, const uint8_t* SG, const uint8_t* SB,
+             const uint8_t* A, uint8_t AlphaOff, int W, int H) {
+    kwthreads::ForRows(H, [&](int y0, int y1) {
+        for (int y = y0; y < y1; ++y) {
+            const size_t o = At(W, y);
+            for (int x = 0; x < W; ++x) {
+                const int a = A[o + x] | AlphaOff;
+                R[o + x] = Mix(R[o + x], SR[o + x], a);
+                G[o + x] = Mix(G[o + x], SG[o + x], a);
+                B[o + x] = Mix(B[o + x], SB[o + x], a);
+            }
+        }
+    });
+}
+
+void ChannelValue(uint8_t* dest, const uint8_t* undo, const uint8_t* A, uint8_t AlphaOff, int W, int H, float factor) {
+    // One product per possible byte: the same single-precision product and rounding
+    // the per-pixel formula gives.
+    uint8_t lut[256];
+    for (int p = 0; p < 256; ++p) lut[p] = static_cast<uint8_t>(std::min(255, kwround::RoundF(p * factor)));
+    kwthreads::ForRows(H, [&](int y0, int y1) {
+        for (int y = y0; y < y1; ++y) {
+            const size_t o = At(W, y);
+            for (int x = 0; x < W; ++x) {
+                const int u = undo[o + x];
+                dest[o + x] = Mix(u, lut[u], A[o + x] | AlphaOff);
+            }
+        }
+    });
+}
+
+void SetValue(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* lut, int W, int H) {
+    uint8_t t[256];
+    std::memcpy(t, lut, 256);
+    kwthreads::ForRows(H, [&](int y0, int y1) {
+        for (uint8_t* p : {R, G, B}) {
+            for (int y = y0; y < y1; ++y) {
+                uint8_t* row = p + At(W, y);
+                int x = 0;
+                for (; x + 4 <= W; x += 4) {
+                    const uint8_t a = t[row[x]], b = t[row[x + 1]], c = t[row[x + 2]], d = t[row[x + 3]];
+                    row[x] = a, row[x + 1] = b, row[x + 2] = c, row[x + 3] = d;
+                }
+                for (; x < W; ++x) row[x] = t[row[x]];
+            }
+        }
+    });
+}
+
+void SetValueAlpha(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* lut, const uint8_t* A, uint8_t AlphaOff, int W,
+                   int H) {
+    kwthreads::ForRows(H, [&](int y0, int y1) {
+        for (int y = y0; y < y1; ++y) {
+            const size_t o = At(W, y);
+            for (int x = 0; x < W; ++x) {
+                const int a = A[o + x] | AlphaOff;
+                R[o + x] = Mix(R[o + x], lut[R[o + x]], a);
+                G[o + x] = Mix(G[o + x], lut[G[o + x]], a);
+                B[o + x] = Mix(B[o + x], lut[B[o + x]], a);
+            }
+        }
+    });
+}
+
+void BuildSpect(const uint8_t* R, const uint8_t* G, const uint8_t* B, int32_t* hist, int W, int H) {
+    std::fill_n(hist, 768, 0);
+    for (int y = 0; y < H; ++y) {
+        const size_t o = At(W, y);
+        for (int x = 0; x < W; ++x) {
+            ++hist[R[o + x]];
+            ++hist[256 + G[o + x]];
+            ++hist[512 + B[o + x]];
+        }
+    }
+}
+
+void FastHSV(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* A, int W, int H, const float* Hue, const float* Sat,
+             const float* Val, int32_t shift, float satF, float valF, uint8_t AlphaOff) {
+    kwthreads::ForRows(H, [&](int y0, int y1) {
+        for (int y = y0; y < y1; ++y) {
+            const size_t o = At(W, y), f = static_cast<size_t>(y) * static_cast<size_t>(W);
+            for (int x = 0; x < W; ++x) {
+                const float sat = Sat[f + x];
+                float h = static_cast<float>(kwround::RoundD(static_cast<double>(Hue[f + x]) + shift) % 360);
+                if (sat == 0) h = -1.0f;
+                float r, g, b;
+                HSV_To_RGB(r, g, b, h, std::clamp(sat * satF, 0.0f, 1.0f), std::clamp(Val[f + x] * valF, 0.0f, 1.0f));
+                const int a = A[o + x] | AlphaOff;
+                R[o + x] = Mix(R[o + x], kwround::RoundF(r * 255.0f), a);
+                G[o + x] = Mix(G[o + x], kwround::RoundF(g * 255.0f), a);
+                B[o + x] = Mix(B[o + x], kwround::RoundF(b * 255.0f), a);
+            }
+        }
+    });
+}
+
+void FastPosterize(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* A, int W, int H, const uint8_t* UR,
+                   const uint8_t* UG, const uint8_t* UB, int32_t step, uint8_t AlphaOff) {
+    if (step < 1) return;
+    uint8_t lut[256];
+    for (int p = 0; p < 256; ++p) lut[p] = static_cast<uint8_t>((p / step) * step);
+    kwthreads::ForRows(H, [&](int y0, int y1) {
+        for (int y = y0; y < y1; ++y) {
+            const size_t o = At(W, y);
+            for (int x = 0; x < W; ++x) {
+                const int a = A[o + x] | AlphaOff;
+                R[o + x] = Mix(UR[o + x], lut[UR[o + x]], a);
+                G[o + x] = Mix(UG[o + x], lut[UG[o + x]], a);
+                B[o + x] = Mix(UB[o + x], lut[UB[o + x]], a);
+            }
+        }
+    });
+}
+}  // namespace kwfilter
