@@ -127,11 +127,13 @@ void AddjustValue(float& b, float& c, float& g) {
     if (ValueResetting != 0) return;
     const FilterArea s = FilterSize();
     if (s.empty()) return;
-    BufR.copyFrom(UndoR);
-    BufG.copyFrom(UndoG);
-    BufB.copyFrom(UndoB);
-    if (App.AlphaOff != 0) kwfilter::SetValue(BufR.data(), BufG.data(), BufB.data(), ValueLUT, s.w, s.h);
-    else kwfilter::SetValueAlpha(BufR.data(), BufG.data(), BufB.data(), ValueLUT, BufA.data(), App.AlphaOff, s.w, s.h);
+    // The main planes become the undo planes through the table, in one pass.
+    if (App.AlphaOff != 0)
+        kwfilter::SetValueFrom(BufR.data(), BufG.data(), BufB.data(), UndoR.data(), UndoG.data(), UndoB.data(),
+                               ValueLUT, s.w, s.h);
+    else
+        kwfilter::SetValueAlphaFrom(BufR.data(), BufG.data(), BufB.data(), UndoR.data(), UndoG.data(), UndoB.data(),
+                                    ValueLUT, BufA.data(), App.AlphaOff, s.w, s.h);
     if (ValueSliding == 255) {
         QuickRedisplay();  // a slider leaves the histogram as the panel last drew it
         return;

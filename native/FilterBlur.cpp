@@ -5,7 +5,9 @@
 // at load; both do the same float operations in the same order (no contraction),
 // so their bytes are the same.
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <vector>
 
 #include "native/FilterThreads.h"
@@ -22,36 +24,68 @@ namespace {
 inline size_t Stride(int W) { return static_cast<size_t>(W) + 1; }
 inline int Clamp(int v, int lo, int hi) { return v < lo ? lo : (v > hi ? hi : v); }
 
-// Round half to even for 0 <= v < 2^22 in the default rounding mode, in a form
-// the compiler can vectorise: adding 2^23 leaves no fraction bits.
-inline float RoundSmall(float v) { return (v + 8388608.0f) - 8388608.0f; }
-inline uint8_t ToByte(float v) { return static_cast<uint8_t>(static_cast<int>(RoundSmall(std::clamp(v, 0.0f, 255.0f)))); }
+// Round half to even (the default rounding mode) and hold to 0..255; written
+// with rint and integer compares so that the AVX2 build vectorises it.
+inline uint8_t ToByte(float v) {
+    int i = static_cast<int>(std::rint(v));
+    i = i < 0 ? 0 : i;
+    i = i > 255 ? 255 : i;
+    return static_cast<uint8_t>(i);
+}
 
-// The window's weighted sum over a padded float row: acc := w0 * centre, then
-// for k = 1..half acc += wk * (left + right); out := acc / wsum.
-KW_CLONES void WindowRow(uint8_t* out, const float* pad, float* acc, int W, const float* w, int half, float wsum) {
-    const float* c = pad + half;
-    for (int x = 0; x < W; ++x) acc[x] = w[0] * c[x];
-    for (int k = 1; k <= half; ++k) {
-        const float wk = w[k];
-        const float* l = c - k;
-        const float* r = c + k;
-        for (int x = 0; x < W; ++x) acc[x] += wk * (l[x] + r[x]);
+// Eight floats in a register (two halves on the baseline build); loads and
+// stores are unaligned copies. These helpers are inlined within this file, so the
+// note that a 32-byte vector is passed differently without AVX does not apply.
+#pragma GCC diagnostic ignored "-Wpsabi"
+typedef float F8 __attribute__((vector_size(32)));
+__attribute__((always_inline)) inline F8 Load(const float* p) {
+    F8 v;
+    std::memcpy(&v, p, sizeof v);
+    return v;
+}
+constexpr int Block = 32;  // four accumulators: the adds of one tap overlap
+
+// acc := w0 * centre, then for k = 1..half acc += wk * (up[k] + down[k]), the
+// accumulators held in registers over a block of 32 pixels; out := acc / wsum.
+// The taps are a padded float row's shifts (the horizontal pass) or byte rows
+// (the vertical one).
+template <typename T>
+__attribute__((always_inline)) inline void WindowBlocks(uint8_t* out, int W, const float* w, int half, float wsum,
+                                                        const T* centre, const T* const* up, const T* const* down) {
+    alignas(32) float acc[Block];
+    int x = 0;
+    for (; x + Block <= W; x += Block) {
+        F8 a0 = w[0] * Load(centre + x), a1 = w[0] * Load(centre + x + 8), a2 = w[0] * Load(centre + x + 16),
+           a3 = w[0] * Load(centre + x + 24);
+        for (int k = 1; k <= half; ++k) {
+            const float wk = w[k];
+            const T* u = up[k] + x;
+            const T* d = down[k] + x;
+            a0 += wk * (Load(u) + Load(d));
+            a1 += wk * (Load(u + 8) + Load(d + 8));
+            a2 += wk * (Load(u + 16) + Load(d + 16));
+            a3 += wk * (Load(u + 24) + Load(d + 24));
+        }
+        std::memcpy(acc, &a0, 32), std::memcpy(acc + 8, &a1, 32), std::memcpy(acc + 16, &a2, 32);
+        std::memcpy(acc + 24, &a3, 32);
+        for (int i = 0; i < Block; ++i) out[x + i] = ToByte(acc[i] / wsum);
     }
-    for (int x = 0; x < W; ++x) out[x] = ToByte(acc[x] / wsum);
+    for (; x < W; ++x) {
+        float s = w[0] * static_cast<float>(centre[x]);
+        for (int k = 1; k <= half; ++k) s += w[k] * (static_cast<float>(up[k][x]) + static_cast<float>(down[k][x]));
+        out[x] = ToByte(s / wsum);
+    }
+}
+
+KW_CLONES void WindowRow(uint8_t* out, const float* centre, const float* const* left, const float* const* right, int W,
+                         const float* w, int half, float wsum) {
+    WindowBlocks(out, W, w, half, wsum, centre, left, right);
 }
 
 // The same window down the columns: rows are the taps.
-KW_CLONES void WindowColumn(uint8_t* out, const uint8_t* const* rowsUp, const uint8_t* const* rowsDown,
-                            const uint8_t* centre, float* acc, int W, const float* w, int half, float wsum) {
-    for (int x = 0; x < W; ++x) acc[x] = w[0] * static_cast<float>(centre[x]);
-    for (int k = 1; k <= half; ++k) {
-        const float wk = w[k];
-        const uint8_t* l = rowsUp[k];
-        const uint8_t* r = rowsDown[k];
-        for (int x = 0; x < W; ++x) acc[x] += wk * (static_cast<float>(l[x]) + static_cast<float>(r[x]));
-    }
-    for (int x = 0; x < W; ++x) out[x] = ToByte(acc[x] / wsum);
+KW_CLONES void WindowColumn(uint8_t* out, const float* const* rowsUp, const float* const* rowsDown,
+                            const float* centre, int W, const float* w, int half, float wsum) {
+    WindowBlocks(out, W, w, half, wsum, centre, rowsUp, rowsDown);
 }
 
 float WindowSum(const float* w, int half) {
@@ -65,29 +99,42 @@ void GaussH(uint8_t* dst, const uint8_t* src, int W, int H, const float* w, int 
     const float wsum = WindowSum(w, half);
     if (!(wsum > 0)) return;
     kwthreads::ForRows(H, [&](int y0, int y1) {
-        std::vector<float> pad(static_cast<size_t>(W) + 2 * static_cast<size_t>(half)), acc(static_cast<size_t>(W));
+        std::vector<float> pad(static_cast<size_t>(W) + 2 * static_cast<size_t>(half));
+        std::vector<const float*> left(static_cast<size_t>(half) + 1), right(static_cast<size_t>(half) + 1);
+        float* pd = pad.data() + half;
+        for (int k = 0; k <= half; ++k) left[k] = pd - k, right[k] = pd + k;
         for (int y = y0; y < y1; ++y) {
             const uint8_t* s = src + static_cast<size_t>(y) * Stride(W);
-            for (int i = -half; i < W + half; ++i) pad[static_cast<size_t>(i + half)] = s[Clamp(i, 0, W - 1)];
-            WindowRow(dst + static_cast<size_t>(y) * Stride(W), pad.data(), acc.data(), W, w, half, wsum);
+            for (int i = -half; i < 0; ++i) pd[i] = s[0];
+            for (int i = 0; i < W; ++i) pd[i] = s[i];
+            for (int i = W; i < W + half; ++i) pd[i] = s[W - 1];
+            WindowRow(dst + static_cast<size_t>(y) * Stride(W), pd, left.data(), right.data(), W, w, half, wsum);
         }
     });
 }
 
+// The vertical pass keeps the rows it reads as floats in a ring of 2 * half + 1
+// rows, each row converted once: row v (clamped to the picture) lives in slot
+// v mod the ring's size.
 void GaussV(uint8_t* dst, const uint8_t* src, int W, int H, const float* w, int half) {
     if (W <= 0 || H <= 0 || half < 0) return;
     const float wsum = WindowSum(w, half);
     if (!(wsum > 0)) return;
+    const int n = 2 * half + 1;
     kwthreads::ForRows(H, [&](int y0, int y1) {
-        std::vector<float> acc(static_cast<size_t>(W));
-        std::vector<const uint8_t*> up(static_cast<size_t>(half) + 1), down(static_cast<size_t>(half) + 1);
+        std::vector<float> ring(static_cast<size_t>(n) * static_cast<size_t>(W));
+        std::vector<const float*> up(static_cast<size_t>(half) + 1), down(static_cast<size_t>(half) + 1);
+        auto slot = [&](int v) { return ring.data() + static_cast<size_t>(((v % n) + n) % n) * W; };
+        auto load = [&](int v) {
+            const uint8_t* s = src + static_cast<size_t>(Clamp(v, 0, H - 1)) * Stride(W);
+            float* d = slot(v);
+            for (int x = 0; x < W; ++x) d[x] = s[x];
+        };
+        for (int v = y0 - half; v < y0 + half; ++v) load(v);
         for (int y = y0; y < y1; ++y) {
-            for (int k = 1; k <= half; ++k) {
-                up[k] = src + static_cast<size_t>(Clamp(y - k, 0, H - 1)) * Stride(W);
-                down[k] = src + static_cast<size_t>(Clamp(y + k, 0, H - 1)) * Stride(W);
-            }
-            WindowColumn(dst + static_cast<size_t>(y) * Stride(W), up.data(), down.data(),
-                         src + static_cast<size_t>(y) * Stride(W), acc.data(), W, w, half, wsum);
+            load(y + half);
+            for (int k = 1; k <= half; ++k) up[k] = slot(y - k), down[k] = slot(y + k);
+            WindowColumn(dst + static_cast<size_t>(y) * Stride(W), up.data(), down.data(), slot(y), W, w, half, wsum);
         }
     });
 }
@@ -183,8 +230,8 @@ void xBlurAlpha(const uint8_t* sR, const uint8_t* sG, const uint8_t* sB, uint8_t
 namespace {
 // One row of the 3 x 3 convolution from three padded rows (one column of
 // padding each side): the products summed in the order of the weights.
-KW_CLONES void ConvolveRow(uint8_t* out, const uint8_t* old, const uint8_t* A, int AlphaOff, const float* up,
-                           const float* mid, const float* down, int W, const float* w, float divisor, float offset) {
+KW_CLONES void ConvolveRow(uint8_t* out, const float* up, const float* mid, const float* down, int W, const float* w,
+                           float divisor, float offset) {
     for (int x = 0; x < W; ++x) {
         float s = w[0] * up[x];
         s += w[1] * up[x + 1];
@@ -195,9 +242,16 @@ KW_CLONES void ConvolveRow(uint8_t* out, const uint8_t* old, const uint8_t* A, i
         s += w[6] * down[x];
         s += w[7] * down[x + 1];
         s += w[8] * down[x + 2];
-        const int v = ToByte(s / divisor + offset);
-        const int a = A[x] | AlphaOff;
-        out[x] = static_cast<uint8_t>((old[x] * (255 - a) + v * a) / 255);
+        out[x] = ToByte(s / divisor + offset);
+    }
+}
+
+// out := (old * (255 - a) + out * a) \ 255, a := A | AlphaOff; the sum fits 16 bits.
+KW_CLONES void MixRow(uint8_t* out, const uint8_t* old, const uint8_t* A, uint8_t AlphaOff, int W) {
+    for (int x = 0; x < W; ++x) {
+        const uint16_t a = static_cast<uint16_t>(A[x] | AlphaOff);
+        const uint16_t sum = static_cast<uint16_t>(old[x] * (255 - a) + out[x] * a);
+        out[x] = static_cast<uint8_t>(sum / 255);
     }
 }
 
@@ -218,7 +272,8 @@ void ConvolvePlane(uint8_t* dst, const uint8_t* src, const uint8_t* A, uint8_t A
         for (int y = y0; y < y1; ++y) {
             PadRow(pads[2], rowOf(y + 1), W);
             const size_t o = static_cast<size_t>(y) * Stride(W);
-            ConvolveRow(dst + o, src + o, A + o, AlphaOff, pads[0], pads[1], pads[2], W, wt.w, divisor, offset);
+            ConvolveRow(dst + o, pads[0], pads[1], pads[2], W, wt.w, divisor, offset);
+            if (AlphaOff != 255) MixRow(dst + o, src + o, A + o, AlphaOff, W);
             std::rotate(pads, pads + 1, pads + 3);
         }
     });

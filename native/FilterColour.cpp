@@ -63,19 +63,42 @@ void ChannelValue(uint8_t* dest, const uint8_t* undo, const uint8_t* A, uint8_t 
     });
 }
 
-void SetValue(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* lut, int W, int H) {
+void SetValueFrom(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* SR, const uint8_t* SG, const uint8_t* SB,
+                  const uint8_t* lut, int W, int H) {
     uint8_t t[256];
     std::memcpy(t, lut, 256);
     kwthreads::ForRows(H, [&](int y0, int y1) {
-        for (uint8_t* p : {R, G, B}) {
+        for (int c = 0; c < 3; ++c) {
+            uint8_t* d = c == 0 ? R : (c == 1 ? G : B);
+            const uint8_t* sp = c == 0 ? SR : (c == 1 ? SG : SB);
             for (int y = y0; y < y1; ++y) {
-                uint8_t* row = p + At(W, y);
+                uint8_t* row = d + At(W, y);
+                const uint8_t* src = sp + At(W, y);
                 int x = 0;
                 for (; x + 4 <= W; x += 4) {
-                    const uint8_t a = t[row[x]], b = t[row[x + 1]], c = t[row[x + 2]], d = t[row[x + 3]];
-                    row[x] = a, row[x + 1] = b, row[x + 2] = c, row[x + 3] = d;
+                    const uint8_t a = t[src[x]], b = t[src[x + 1]], e = t[src[x + 2]], f = t[src[x + 3]];
+                    row[x] = a, row[x + 1] = b, row[x + 2] = e, row[x + 3] = f;
                 }
-                for (; x < W; ++x) row[x] = t[row[x]];
+                for (; x < W; ++x) row[x] = t[src[x]];
+            }
+        }
+    });
+}
+
+void SetValue(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* lut, int W, int H) {
+    SetValueFrom(R, G, B, R, G, B, lut, W, H);
+}
+
+void SetValueAlphaFrom(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* SR, const uint8_t* SG, const uint8_t* SB,
+                       const uint8_t* lut, const uint8_t* A, uint8_t AlphaOff, int W, int H) {
+    kwthreads::ForRows(H, [&](int y0, int y1) {
+        for (int y = y0; y < y1; ++y) {
+            const size_t o = At(W, y);
+            for (int x = 0; x < W; ++x) {
+                const int a = A[o + x] | AlphaOff;
+                R[o + x] = Mix(SR[o + x], lut[SR[o + x]], a);
+                G[o + x] = Mix(SG[o + x], lut[SG[o + x]], a);
+                B[o + x] = Mix(SB[o + x], lut[SB[o + x]], a);
             }
         }
     });
@@ -83,17 +106,7 @@ void SetValue(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* lut, int W, int
 
 void SetValueAlpha(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* lut, const uint8_t* A, uint8_t AlphaOff, int W,
                    int H) {
-    kwthreads::ForRows(H, [&](int y0, int y1) {
-        for (int y = y0; y < y1; ++y) {
-            const size_t o = At(W, y);
-            for (int x = 0; x < W; ++x) {
-                const int a = A[o + x] | AlphaOff;
-                R[o + x] = Mix(R[o + x], lut[R[o + x]], a);
-                G[o + x] = Mix(G[o + x], lut[G[o + x]], a);
-                B[o + x] = Mix(B[o + x], lut[B[o + x]], a);
-            }
-        }
-    });
+    SetValueAlphaFrom(R, G, B, R, G, B, lut, A, AlphaOff, W, H);
 }
 
 void BuildSpect(const uint8_t* R, const uint8_t* G, const uint8_t* B, int32_t* hist, int W, int H) {

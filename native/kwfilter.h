@@ -29,6 +29,12 @@ void SetValue(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* lut, int W, int
 // p := (p * (255 - a) + lut[p] * a) \ 255.
 void SetValueAlpha(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* lut, const uint8_t* A, uint8_t AlphaOff, int W,
                    int H);
+// The same reading the source planes (the undo picture) and writing the
+// destination: the copy and the table in one pass.
+void SetValueFrom(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* SR, const uint8_t* SG, const uint8_t* SB,
+                  const uint8_t* lut, int W, int H);
+void SetValueAlphaFrom(uint8_t* R, uint8_t* G, uint8_t* B, const uint8_t* SR, const uint8_t* SG, const uint8_t* SB,
+                       const uint8_t* lut, const uint8_t* A, uint8_t AlphaOff, int W, int H);
 // Counts per channel into hist[value + 256 * channel] (channel 0 red, 1 green, 2
 // blue); the counts are set, not added to.
 void BuildSpect(const uint8_t* R, const uint8_t* G, const uint8_t* B, int32_t* hist, int W, int H);

@@ -116,6 +116,19 @@ TEST(FilterKernels, LookUpTablesHistogramAndPosterize) {
         }
     ExpectPlane(got.r, want.r, p.W, p.H, "SetValueAlpha");
 
+    // From the undo planes into the main ones: the source stays, the mix is against it.
+    got = p;
+    kwfilter::SetValueAlphaFrom(got.r.data(), got.g.data(), got.b.data(), u.r.data(), u.g.data(), u.b.data(), lut,
+                                p.a.data(), 0, p.W, p.H);
+    for (int y = 0; y < p.H; ++y)
+        for (int x = 0; x < p.W; ++x) want.b[p.at(x, y)] = static_cast<uint8_t>(Mix(u.b[p.at(x, y)], lut[u.b[p.at(x, y)]], p.a[p.at(x, y)]));
+    ExpectPlane(got.b, want.b, p.W, p.H, "SetValueAlphaFrom");
+    got = p;
+    kwfilter::SetValueFrom(got.r.data(), got.g.data(), got.b.data(), u.r.data(), u.g.data(), u.b.data(), lut, p.W, p.H);
+    for (int y = 0; y < p.H; ++y)
+        for (int x = 0; x < p.W; ++x) want.g[p.at(x, y)] = lut[u.g[p.at(x, y)]];
+    ExpectPlane(got.g, want.g, p.W, p.H, "SetValueFrom");
+
     std::vector<int32_t> hist(768, 99);
     kwfilter::BuildSpect(p.r.data(), p.g.data(), p.b.data(), hist.data(), p.W, p.H);
     std::vector<int32_t> ref(768, 0);
