@@ -80,7 +80,7 @@ void DrawSpectrograph() {
     for (int32_t v : Spectrograph) m = std::max(m, v);
     double scale = m > 0 ? 255.0 / m : 1.0;
     if (SpectrumZoom > 0) scale = scale * SpectrumZoom / 128;
-    Picture1.Cls(0xFFFFFF);
+    Picture1.Cls(0x000000);  // black behind, so that the grey lines show on any picture
     for (int i = 0; i < 256; ++i)
         for (int ch = 0; ch < 3; ++ch) {
             const int grey = ch == 0 ? i / 2 : (ch == 1 ? vb::CInt(i / 1.5) : i);
