@@ -36,6 +36,20 @@ namespace {
 // Scratch planes of the two passes, kept between slider moves of one size.
 Plane TempR, TempG, TempB;
 
+// A drag of a slider whose preview is slow: the thumb's steps only arm the
+// panel's timer, and the preview runs when the program is idle again, with the
+// slider where it then stands. A value written outright runs at once.
+bool Dragging = false;
+void DeferWhileDragging(Timer& timer, void (*preview)()) {
+    if (!Dragging) return preview();
+    Dragging = false;
+    timer.Tick = [&timer, preview] {
+        timer.TimerEnabled = false;
+        preview();
+    };
+    timer.TimerEnabled = true;
+}
+
 void SizeTemp(Plane& t, const Plane& like) {
     if (t.ubX() != like.ubX() || t.ubY() != like.ubY()) t = Plane::Make(like.ubX(), like.ubY());
 }
@@ -76,6 +90,7 @@ Slider HScroll1(form, "HScroll1", 2, 64, 2);
 PictureBox Picture1(form, "Picture1", 64, 34);
 CommandButton Command1(form, "Command1", "Ok", [] { Hide(form); }, ButtonRole::Default);
 CommandButton Command2(form, "Command2", "Cancel", [] { PreviewCancel(form); }, ButtonRole::Cancel);
+Timer Timer1(form, "Timer1", 1);
 namespace {
 void HScroll1_Change() {
     Hourglass busy(&form);
@@ -86,7 +101,8 @@ void HScroll1_Change() {
 struct Wiring {
     Wiring() {
         HScroll1.Caption.setQuietly("Radius");
-        HScroll1.Change = HScroll1_Change;
+        HScroll1.Change = [] { DeferWhileDragging(Timer1, HScroll1_Change); };
+        HScroll1.Scroll = [] { Dragging = true; };
         Picture1.Paint = Picture1_Paint;
         Command1.Group = Command2.Group = 1;
         form.Load = [] { PrefsCallBack(form); };
@@ -193,14 +209,19 @@ void Run() {
 }
 }  // namespace
 Form form("Adjust_LightDiffusion", "Light diffusion");
-Slider HScroll1(form, "HScroll1", 2, 64, 2, Run);
-Slider HScroll2(form, "HScroll2", -100, 100, 100, Run);
-Slider Hscroll3(form, "Hscroll3", 1, 100, 100, Run);
+Slider HScroll1(form, "HScroll1", 2, 64, 2);
+Slider HScroll2(form, "HScroll2", -100, 100, 100);
+Slider Hscroll3(form, "Hscroll3", 1, 100, 100);
 CommandButton Command1(form, "Command1", "Ok", [] { Hide(form); }, ButtonRole::Default);
 CommandButton Command2(form, "Command2", "Cancel", [] { PreviewCancel(form); }, ButtonRole::Cancel);
+Timer Timer1(form, "Timer1", 1);
 namespace {
 struct Wiring {
     Wiring() {
+        for (Slider* s : {&HScroll1, &HScroll2, &Hscroll3}) {
+            s->Change = [] { DeferWhileDragging(Timer1, Run); };
+            s->Scroll = [] { Dragging = true; };
+        }
         HScroll1.Caption.setQuietly("Radius");
         HScroll2.Caption.setQuietly("Curve");
         Hscroll3.Caption.setQuietly("Level");

@@ -33,6 +33,7 @@ extern Form form;
 extern Slider HScroll1;
 extern PictureBox Picture1;
 extern CommandButton Command1, Command2;
+extern Timer Timer1;  // runs the blur once a drag leaves the program idle
 void Picture1_Paint();
 }  // namespace FastGaussian
 
@@ -46,4 +47,5 @@ namespace Adjust_LightDiffusion {
 extern Form form;
 extern Slider HScroll1, HScroll2, Hscroll3;
 extern CommandButton Command1, Command2;
+extern Timer Timer1;
 }  // namespace Adjust_LightDiffusion

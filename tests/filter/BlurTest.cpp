@@ -46,6 +46,25 @@ TEST_F(BlurTest, GaussianPreviewDoesNotAccumulateAndCancelRestores) {
     EXPECT_EQ(Snapshot(), before);
 }
 
+TEST_F(BlurTest, ADragOnlyArmsTheTimerAndTheBlurFollowsWhenIdle) {
+    Picture(24, 10);
+    FastGaussian::HScroll1.Value = 2;  // the panel keeps its slider between openings
+    FastGaus_Click();
+    const auto opened = Snapshot();
+    FastGaussian::HScroll1.scrollTo(16);
+    FastGaussian::HScroll1.scrollTo(30);
+    EXPECT_EQ(Snapshot(), opened);  // the thumb moved, the picture not yet
+    EXPECT_TRUE(FastGaussian::Timer1.TimerEnabled);
+    FastGaussian::Timer1.fire();
+    EXPECT_FALSE(FastGaussian::Timer1.TimerEnabled);
+    EXPECT_EQ(BlurRadius, 30);  // the slider where it stands, not where the drag began
+    const auto dragged = Snapshot();
+    FastGaussian::HScroll1.Value = 2;
+    FastGaussian::HScroll1.Value = 30;  // written outright: at once
+    EXPECT_EQ(Snapshot(), dragged);
+    FastGaussian::Command2.press();
+}
+
 TEST_F(BlurTest, GaussianHonoursTheSelection) {
     Picture(16, 16);
     SelectLeftHalf();
