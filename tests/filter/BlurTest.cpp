@@ -4,6 +4,7 @@
 #include "filter/Blurs.h"
 #include "filter/CustomBlur.h"
 #include "filter/FadeLast.h"
+#include "native/kwfilter.h"
 #include "tests/filter/FilterFixture.h"
 
 using BlurTest = FilterTest;
@@ -136,6 +137,32 @@ TEST_F(BlurTest, CustomBlurOkBlursFromUndoAsOneStep) {
     Fill(BufR, 77), Fill(BufG, 77), Fill(BufB, 77);
     BlurOptions::Command1.press();
     EXPECT_EQ(BufB(7, 5), 77);
+}
+
+TEST_F(BlurTest, LongCustomBlurWorksInBandsWithProgressAndGivesTheWholeResult) {
+    Picture(70, 40);
+    SelectLeftHalf();
+    Adjustableblur_Click();
+    BlurOptions::hscroll5.Value = 3;  // lobes: an uneven mask
+    BlurOptions::hscroll4.Value = 4;
+    BlurOptions::HScroll1.Value = 32;  // 65 x 65 taps: too long for one event
+    host.shown.clear();
+    BlurOptions::Command1.press();
+    EXPECT_NE(std::find(host.shown.begin(), host.shown.end(), "Status"), host.shown.end());
+    EXPECT_FALSE(Status::form.Visible);
+    EXPECT_EQ(App.LockCount, 0);
+    EXPECT_EQ(BarPosition, 100);
+    // The bands together give what one pass over the picture gives.
+    int32_t sum = 0;
+    for (uint8_t k : BlurKernel) sum += k;
+    Plane r, g, b;
+    r.copyFrom(BufR), g.copyFrom(BufG), b.copyFrom(BufB);
+    kwfilter::xBlurAlpha(UndoR.data(), UndoG.data(), UndoB.data(), r.data(), g.data(), b.data(), BufA.data(), 0, 70,
+                         40, BlurKernel.data(), 32, sum, 0, 40);
+    for (int y = 0; y < 40; ++y)
+        for (int x = 0; x < 70; ++x) ASSERT_EQ(BufG(x, y), g(x, y)) << x << "," << y;
+    EXPECT_EQ(BufR(60, 20), UndoR(60, 20));  // outside the selection
+    EXPECT_NE(BufR(10, 20), UndoR(10, 20));
 }
 
 TEST_F(BlurTest, AlphaBlurAsksAndCancelLeavesAlpha) {
