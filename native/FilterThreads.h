@@ -1,6 +1,7 @@
-// Row bands on two threads for the filter kernels whose result does not depend
-// on the order of work: each output row is computed from the source alone, so a
-// split by rows gives the same bytes as one thread does.
+// Row bands on two threads (the caller and one worker of our own) for the
+// filter kernels whose result does not depend on the order of work: each output
+// row is computed from the source alone, so a split by rows gives the same bytes
+// as one thread does.
 #pragma once
 
 #include <functional>

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <random>
+#include <stdexcept>
 #include <vector>
 
 #include "native/ColourSpace.h"
@@ -414,4 +415,30 @@ TEST(FilterKernels, TwoThreadsGiveTheBytesOfOne) {
     const auto one = runAll(1), two = runAll(2);
     for (size_t k = 0; k < one.size(); ++k) EXPECT_EQ(one[k], two[k]) << "plane " << k;
     EXPECT_NE(one[0], p.r);  // the kernels did run
+}
+
+TEST(FilterThreads, EveryRowOnceNestedCallsAloneAndFailuresReachTheCaller) {
+    ThreadsGuard g(2);
+    std::vector<int> seen(100, 0);
+    kwthreads::ForRows(100, [&](int y0, int y1) {
+        for (int y = y0; y < y1; ++y) ++seen[y];
+        // A call from inside a band finds the worker taken and works alone.
+        std::vector<int> inner(40, 0);
+        kwthreads::ForRows(40, [&](int a, int b) {
+            for (int y = a; y < b; ++y) ++inner[y];
+        });
+        for (int v : inner) ASSERT_EQ(v, 1);
+    });
+    for (int v : seen) EXPECT_EQ(v, 1);
+    EXPECT_THROW(kwthreads::ForRows(100,
+                                    [](int y0, int) {
+                                        if (y0 > 0) throw std::runtime_error("lower band");
+                                    }),
+                 std::runtime_error);
+    // The worker is free again afterwards.
+    std::vector<int> after(64, 0);
+    kwthreads::ForRows(64, [&](int y0, int y1) {
+        for (int y = y0; y < y1; ++y) ++after[y];
+    });
+    for (int v : after) EXPECT_EQ(v, 1);
 }
