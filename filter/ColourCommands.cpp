@@ -3,7 +3,6 @@
 #include "filter/ColourCommands.h"
 
 #include <algorithm>
-#include <functional>
 
 #include "core/display/Display.h"
 #include "core/document/Buffers.h"
@@ -19,7 +18,8 @@ struct Rgb {
 
 // The direct filter frame around a per-pixel formula; masked through the
 // AlphaRPixel family when `masked`, written as it is otherwise.
-void Direct(bool masked, const std::function<Rgb(const Rgb&)>& formula) {
+template <typename F>
+void Direct(bool masked, F formula) {
     if (!DocumentExists()) return;
     const FilterArea s = FilterSize();
     if (s.empty()) return;
@@ -88,7 +88,8 @@ void GrayscaleVideo_Click() {
 
 namespace {
 // Pass over every channel of the picture.
-void EachChannel(const FilterArea& s, const std::function<int(int)>& f) {
+template <typename F>
+void EachChannel(const FilterArea& s, F f) {
     for (Plane* p : {&BufR, &BufG, &BufB})
         for (int y = 0; y < s.h; ++y)
             for (int x = 0; x < s.w; ++x) (*p)(x, y) = static_cast<uint8_t>(f((*p)(x, y)));
