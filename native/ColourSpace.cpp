@@ -46,4 +46,16 @@ void HSV_To_RGB(float& r, float& g, float& b, float h, float s, float v) {
     g = std::clamp(g, 0.0f, 1.0f);
     b = std::clamp(b, 0.0f, 1.0f);
 }
+
+void f_rgb2yuv(float r, float g, float b, float& y, float& u, float& v) {
+    y = 0.299f * r + 0.587f * g + 0.114f * b;
+    u = 0.492f * (b - y);
+    v = 0.877f * (r - y);
+}
+
+void f_yuv2rgb(float y, float u, float v, float& r, float& g, float& b) {
+    r = y + v / 0.877f;
+    b = y + u / 0.492f;
+    g = (y - 0.299f * r - 0.114f * b) / 0.587f;
+}
 }  // namespace kwfilter
