@@ -115,6 +115,11 @@ BuiltControl MakeButton(Control& c, QWidget* parent) {
     auto* b = new QPushButton(parent);
     b->setDefault(m.Role == ButtonRole::Default);
     QObject::connect(b, &QPushButton::clicked, b, [&m] { Guarded([&] { m.press(); }); });
+    if (m.RightClick) {
+        b->setContextMenuPolicy(Qt::CustomContextMenu);
+        QObject::connect(b, &QPushButton::customContextMenuRequested, b,
+                         [&m](const QPoint&) { Guarded([&] { if (m.RightClick) m.RightClick(); }); });
+    }
     HookControl(c, b, [b, &c] { b->setText(Q(c.Caption)); });
     return {b};
 }

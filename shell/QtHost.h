@@ -37,11 +37,18 @@ public:
     ProgramExit ProgramResult(ProgramId id) override;
     void KillProgram(ProgramId id) override;
     void ReleaseProgram(ProgramId id) override;
+    // QtHostText.cpp: closing, fonts and text.
+    bool Closing() override;
+    std::optional<FontChoice> ChooseFont(const FontChoice& initial) override;
+    int TextWidth(const std::string& text, const FontChoice& font) override;
+    bool RasteriseText(const std::string& text, const FontChoice& font, int width, int height,
+                       std::vector<uint8_t>& pixels) override;
 
     PanelView* panelFor(Form& f);  // made on first use
 
 private:
     MainWindow* main_;
+    bool closing_ = false;  // the frame was unloaded
     std::map<Form*, QPointer<PanelView>> panels_;
     struct Program {
         std::unique_ptr<QProcess> process;

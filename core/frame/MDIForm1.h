@@ -22,6 +22,7 @@ extern MenuEntry Palettes, toolbar, Magnify, Magnifier, win_Gradient, WPickColor
 extern MenuEntry RefreshMethod, Backdrop, MDIBackground, MDIbackgroundBitmap, Prefs_Save, Memorystuff,
     Prefs_ShowWells, SaveWells, Loadwells;
 extern MenuEntry about, Help_Kelhelp, Shortcuts;
+extern MenuEntry Win_Spraxel;
 
 // The title of the frame as the planes and check marks say it should read.
 std::string ComposeTitle();
@@ -53,6 +54,11 @@ void MixPick(MenuEntry& chosen);
 // The mixing table the checked layer entry selects, or nullptr when mixing is off.
 const uint8_t* ActiveMixTable();
 void BasterPick(MenuEntry& chosen);
+// The drawing tools' popups: the linear tool's variants (one checked at a
+// time), the text tool's settings and clearing the selection to a colour.
+extern MenuEntry Linetool, linetool_Line;
+extern MenuEntry Texttool, Text_FontSettings, Text_FillSettings, Text_NudgeTool;
+extern MenuEntry Clear_menu, ClearAlphaPrimary, ClearAlphaSeconary;
 }  // namespace Menus
 
 // Every entry of a menu bar or popup, in table order, for the views.

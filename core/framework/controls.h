@@ -85,6 +85,7 @@ public:
     CommandButton(Form& f, std::string name, std::string caption, std::function<void()> click = {},
                   ButtonRole role = ButtonRole::Plain);
     std::function<void()> Click;
+    std::function<void()> RightClick;  // a right click: the button's popup menu, when it has one
     ButtonRole Role;
     void press() {
         if (Click && Enabled) Click();

@@ -52,7 +52,24 @@ public:
     void ShowForm(Form& f, bool modal, Form* owner) override;
     void HideForm(Form&) override {}
     void UnloadForm(Form&) override {}
-    void DoEvents() override {}
+    // The events a waiting loop pumps: a test plays the user here.
+    std::function<void()> onDoEvents;
+    bool closing = false;
+    int doEventsCalls = 0;
+    void DoEvents() override {
+        ++doEventsCalls;
+        if (onDoEvents) onDoEvents();
+    }
+    bool Closing() override { return closing; }
+    // Fonts: the dialog answers from a queue (cancel when empty). The text
+    // rasteriser is a fixed one: every character cell is 6 pixels wide and a
+    // printable character other than a blank is a solid 4 x 7 block at (1, 1)
+    // of its cell. A font named "" is not installed.
+    std::deque<std::optional<FontChoice>> fonts;
+    std::optional<FontChoice> ChooseFont(const FontChoice& initial) override;
+    int TextWidth(const std::string& text, const FontChoice& font) override;
+    bool RasteriseText(const std::string& text, const FontChoice& font, int width, int height,
+                       std::vector<uint8_t>& pixels) override;
     CanvasSurface GetCanvasSurface() override;
     void SetCanvasWindowSize(int w, int h) override {
         canvasWidth = w;
