@@ -1,6 +1,6 @@
 // The lasso: a held button collects the outline, drawn over the screen image
 // in inverted colours as it grows; the release fills it into alpha by the
-// even-odd rule, adding, or with Alt and the right button subtracting.
+// even-odd rule, adding to the selection, or with Alt and the right button subtracting.
 #include <algorithm>
 #include <cmath>
 
@@ -8,6 +8,7 @@
 #include "canvas/Shapes.h"
 #include "canvas/tools/Tools.h"
 #include "core/display/Display.h"
+#include "core/document/Buffers.h"
 #include "core/frame/Form2.h"
 #include "core/framework/Codes.h"
 #include "core/framework/Host.h"
@@ -52,8 +53,10 @@ void Up(int16_t Button, int16_t Shift, float, float) {
     if (LassoActive != 255) return;
     LassoActive = 0;
     RedisplayWindow();
+    // The lasso adds to the selection in force; with none in force (alpha off,
+    // the plane all through) adding would select everything, so it starts one.
     const bool subtract = (Shift & ShiftState::Alt) != 0 && Button == MouseButton::Right;
-    PolyToAlpha(subtract ? polymode::Subtract : polymode::Add);
+    PolyToAlpha(subtract ? polymode::Subtract : (AlphaOn() ? polymode::Add : polymode::Replace));
 }
 }  // namespace
 

@@ -133,7 +133,8 @@ TEST_F(ShapeTest, EllipseSelectionMatchesTheFilledEllipseAndRestoresTheFillSetti
 }
 
 TEST_F(ShapeTest, LassoFillsEvenOddAndSubtractsWithAltRight) {
-    FillPicture(BufA, 0);
+    // A fresh picture: alpha off and the plane all through; the lasso starts a selection.
+    FillPicture(BufA, 255);
     Form2::Option13.Value = true;
     // A star of five points in one stroke: the middle is enclosed twice.
     const float star[][2] = {{48, 2}, {66, 60}, {18, 22}, {78, 22}, {30, 60}};
@@ -142,11 +143,17 @@ TEST_F(ShapeTest, LassoFillsEvenOddAndSubtractsWithAltRight) {
     Release(MouseButton::Left, 30, 60);
     EXPECT_EQ(BufA(48, 10), 255);
     EXPECT_EQ(BufA(48, 30), 0) << "the doubly enclosed middle stays out";
+    EXPECT_EQ(BufA(5, 5), 0) << "outside the outline";
     EXPECT_TRUE(MDIForm1::AlphaEnable.Checked);
     Press(MouseButton::Right, 40, 5, ShiftState::Alt);
     for (auto p : {std::pair{56.f, 5.f}, {56.f, 15.f}, {40.f, 15.f}}) Move(MouseButton::Right, p.first, p.second, ShiftState::Alt);
     Release(MouseButton::Right, 40, 15, ShiftState::Alt);
     EXPECT_EQ(BufA(48, 10), 0);
+    Press(MouseButton::Left, 2, 40);
+    for (auto p : {std::pair{10.f, 40.f}, {10.f, 50.f}, {2.f, 50.f}}) Move(MouseButton::Left, p.first, p.second);
+    Release(MouseButton::Left, 2, 50);
+    EXPECT_EQ(BufA(5, 45), 255) << "with a selection in force the lasso adds";
+    EXPECT_EQ(BufA(25, 24), 255) << "and the star is kept";
     const auto before = Alpha();
     Press(MouseButton::Left, 5, 5);
     Release(MouseButton::Left, 5, 5);
