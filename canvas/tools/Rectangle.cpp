@@ -14,14 +14,14 @@ using canvastool::StretchRubberBox;
 void RectDown(int16_t, int16_t, float X, float Y) { StartRubberBox(X, Y, false); }
 void RectMove(int16_t Button, int16_t, float X, float Y) { StretchRubberBox(Button, X, Y, false); }
 void RectUp(int16_t Button, int16_t Shift, float X, float Y) {
-    EndRubberBox();
+    EndRubberBox(X, Y);
     DrawRectangle(Button, Shift, X, Y);
 }
 
 void EllipseDown(int16_t, int16_t, float X, float Y) { StartRubberBox(X, Y, true); }
 void EllipseMove(int16_t Button, int16_t, float X, float Y) { StretchRubberBox(Button, X, Y, true); }
 void EllipseUp(int16_t Button, int16_t Shift, float X, float Y) {
-    EndRubberBox();
+    EndRubberBox(X, Y);
     DrawCircle(Button, Shift, X, Y);
 }
 

@@ -38,8 +38,11 @@ void StretchRubberBox(int16_t Button, float X, float Y, bool fromCentre) {
     }
 }
 
-void EndRubberBox() {
+void EndRubberBox(float X, float Y) {
     Form1::Shape1.Visible = false;
+    // The crosshair comes back through the release, where the cursor is.
+    Form1::Line1.Y1 = Form1::Line1.Y2 = static_cast<float>(Round16(Y));
+    Form1::Line2.X1 = Form1::Line2.X2 = static_cast<float>(Round16(X));
     Form1::Line1.Visible = true;
     Form1::Line2.Visible = true;
 }

@@ -24,7 +24,7 @@ void RectMove(int16_t Button, int16_t, float X, float Y) { StretchRubberBox(Butt
 void RectUp(int16_t Button, int16_t Shift, float X, float Y) {
     const uint8_t value = SelectionValue(Button, Shift);
     RectToAlpha(X, Y, value);
-    EndRubberBox();
+    EndRubberBox(X, Y);
     ShowNewSelection();
 }
 
@@ -40,7 +40,7 @@ void EllipseUp(int16_t Button, int16_t Shift, float X, float Y) {
     CircleToAlpha(X, Y, value);
     App.FillMode = mode;
     Form2::Option3.Tag = tag;
-    EndRubberBox();
+    EndRubberBox(X, Y);
     ShowNewSelection();
 }
 

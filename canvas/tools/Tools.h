@@ -22,7 +22,7 @@ void StretchRubberLine(float X, float Y);
 void StartRubberBox(float X, float Y, bool oval);
 void StretchRubberBox(int16_t Button, float X, float Y, bool fromCentre);
 // The rubber box's release: it hides and the crosshair comes back.
-void EndRubberBox();
+void EndRubberBox(float X, float Y);
 }  // namespace canvastool
 
 Rows NaturalBrushRows();

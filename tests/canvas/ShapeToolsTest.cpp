@@ -7,6 +7,7 @@
 #include "canvas/Shapes.h"
 #include "colour/Gradient.h"
 #include "core/frame/MDIForm1.h"
+#include "core/framework/Commands.h"
 
 namespace {
 class ShapeTest : public CanvasTest {
@@ -52,6 +53,9 @@ TEST_F(ShapeTest, FilledRectangleIsTheBoxWhicheverWayItIsDraggedAndOneUndoStep) 
     EXPECT_EQ(BufG(30, 20), 10);
     EXPECT_EQ(BufG(31, 20), 255);
     EXPECT_FALSE(Form1::Shape1.Visible) << "the rubber box goes at the release";
+    EXPECT_TRUE(Form1::Line1.Visible) << "and the crosshair comes back through the release";
+    EXPECT_EQ(Form1::Line1.Y1, 20);
+    EXPECT_EQ(Form1::Line2.X1, 30);
     RepaintUndo();
     EXPECT_EQ(Painted(), 0) << "one undo step takes it all back";
     Drag(Form2::Option2, 30, 20, 10, 12);
@@ -223,5 +227,31 @@ TEST_F(ShapeTest, KeysPickTheToolsWithTheirFill) {
     EXPECT_EQ(Form2::Option3.Tag, "unfilled");
     Key('v');
     EXPECT_TRUE(Form2::Option18.Value);
+}
+}  // namespace
+
+namespace {
+TEST_F(ShapeTest, PopupsOfTheToolsAndTheClearButtonAndTheirEntries) {
+    host.popups.clear();
+    Form2::Command1.RightClick();
+    Commands().toolOf(Form2::Option18)->settings();
+    EXPECT_EQ(host.popups, (std::vector<std::string>{"Clear_menu", "Linetool"}));
+    EXPECT_TRUE(Menus::linetool_Line.Checked);
+    FillPicture(BufA, 0);
+    BufA(3, 4) = 255;
+    App.AlphaOff = 0;
+    const int16_t undo = UndoIndex;
+    Menus::ClearAlphaSeconary.press();
+    EXPECT_NE(UndoIndex, undo) << "one undo step";
+    EXPECT_EQ(BufR(3, 4), 255) << "the secondary colour is white";
+    Menus::ClearAlphaPrimary.press();
+    EXPECT_EQ(BufG(3, 4), 10);
+    EXPECT_EQ(BufG(4, 4), 255) << "outside the selection";
+    RepaintUndo();
+    EXPECT_EQ(BufG(3, 4), 255);
+    host.shown.clear();
+    Key('i');
+    MDIForm1::Win_Spraxel.press();
+    EXPECT_EQ(host.shown, (std::vector<std::string>{"Spraxel", "Spraxel"}));
 }
 }  // namespace
