@@ -4,6 +4,7 @@
 #include "canvas/CanvasInput.h"
 
 #include "brush/BrushState.h"
+#include "brush/Spraxel.h"
 #include "canvas/tools/Tools.h"
 #include "core/framework/AppState.h"
 #include "core/document/Buffers.h"
@@ -118,6 +119,7 @@ void Form_MouseDown(int16_t Button, int16_t Shift, float X, float Y) {
     }
     App.BrushFlow = static_cast<float>(Form2::HScroll4.Value);
     if (App.WaitingForClick == 255) return;
+    SpraxelMouseDown(X, Y);
     if (!host().CanvasIsActive()) return;
     if (App.LockCount > 0) return;
     BeginStroke(X, Y);
@@ -151,7 +153,11 @@ void Form_MouseMove(int16_t Button, int16_t Shift, float X, float Y) {
     if (App.WaitingForClick == 255 || App.LockCount > 0) return;
     const ToolRow* tool = Commands().toolDown();
     FollowWithBrushBox(tool && tool->brushBox, X, Y);
+    if (!Form2::Option19.Value) TextTool.Visible = false;  // the text box belongs to the text tool
     if (Shift == ShiftState::Shift) return;  // shift-moves never paint
+    // The baster keeps picking; otherwise a held button draws particles or bristles when they are on.
+    const bool baster = tool && tool->button == &Form2::Option6;
+    if (!baster && SpraxelMouseMove(Button, X, Y)) return;
     if (tool && tool->move) tool->move(Button, Shift, X, Y);
     Crosshair(tool && tool->crosshair && Button == MouseButton::None, X, Y);
 }
@@ -163,6 +169,7 @@ void Form_MouseUp(int16_t Button, int16_t Shift, float X, float Y) {
         RedisplayWindow();
         return;
     }
+    SpraxelMouseUp();
     // A procedure waiting for a click sees the cleared flag and goes on.
     if (App.WaitingForClick == 255) {
         App.WaitingForClick = 0;

@@ -3,8 +3,11 @@
 #include "canvas/CanvasRows.h"
 
 #include "canvas/CanvasInput.h"
+#include "canvas/Shapes.h"
 #include "canvas/tools/Tools.h"
 #include "core/display/Display.h"
+#include "core/document/Undo.h"
+#include "core/frame/MDIForm1.h"
 #include "core/framework/Codes.h"
 
 namespace {
@@ -12,11 +15,32 @@ void Nudge(int dx, int dy) {
     NudgeAlpha(dx, dy);
     RedisplayWindow();
 }
+
+// Clearing the selection to a colour is one undo step.
+void ClearAlphaPrimary_Click() {
+    SaveUndo();
+    ClearSelected(0);
+}
+void ClearAlphaSeconary_Click() {
+    SaveUndo();
+    ClearSelected(1);
+}
 }  // namespace
 
 Rows CanvasRows() {
+    // The tools in the order of the tool panel.
     Rows rows = NaturalBrushRows();
+    rows += RectangleRows();
+    rows += EllipseRows();
     rows += BasterRows();
+    rows += LassoRows();
+    rows += RectAlphaRows();
+    rows += EllipseAlphaRows();
+    rows += CurveRows();
+    rows += LineRows();
+    rows += TextRows();
+    rows.menus.push_back({&Menus::ClearAlphaPrimary, ClearAlphaPrimary_Click});
+    rows.menus.push_back({&Menus::ClearAlphaSeconary, ClearAlphaSeconary_Click});
     using namespace VirtualKey;
     const int16_t shift = ShiftState::Shift;
     rows.keys.push_back(OnRelease(Up, shift, [] { Nudge(0, -1); }));

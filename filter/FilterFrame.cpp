@@ -15,27 +15,10 @@
 #include "core/framework/Host.h"
 #include "native/kwfilter.h"
 
-int16_t AlphaLeft = 8000, AlphaRight = 0, AlphaTop = 8000, AlphaBottom = 0;
-
 FilterArea FilterSize() {
     const std::initializer_list<const Plane*> planes = {&BufR, &BufG, &BufB, &BufA,  &UndoR,
                                                         &UndoG, &UndoB, &SwapR, &SwapG, &SwapB};
     return {PictureWidth(planes), PictureHeight(planes)};
-}
-
-void GetAlphaMinMax() {
-    int left = 8000, right = 0, top = 8000, bottom = 0;
-    const FilterArea s = FilterSize();
-    for (int y = 0; y < s.h; ++y) {
-        const uint8_t* row = BufA.row(y);
-        for (int x = 0; x < s.w; ++x) {
-            if (row[x] == 0) continue;
-            left = std::min(left, x), right = std::max(right, x);
-            top = std::min(top, y), bottom = std::max(bottom, y);
-        }
-    }
-    AlphaLeft = static_cast<int16_t>(left), AlphaRight = static_cast<int16_t>(right);
-    AlphaTop = static_cast<int16_t>(top), AlphaBottom = static_cast<int16_t>(bottom);
 }
 
 void filterSetup() { SaveUndo(); }

@@ -8,10 +8,7 @@
 
 #include "core/framework/controls.h"
 
-// Inclusive box of non-zero alpha, filled by GetAlphaMinMax; minima start at
-// 8000 and maxima at 0, so an empty alpha plane gives a box no loop enters.
-extern int16_t AlphaLeft, AlphaRight, AlphaTop, AlphaBottom;
-void GetAlphaMinMax();
+#include "core/document/AlphaBounds.h"  // an empty alpha plane gives a box no loop enters
 
 // The undo step before a filter, and the redisplay after it.
 void filterSetup();

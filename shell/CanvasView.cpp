@@ -2,15 +2,18 @@
 #include "shell/CanvasView.h"
 
 #include <QImage>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <cmath>
+#include <vector>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
 #include "brush/BrushState.h"
 #include "canvas/CanvasInput.h"
+#include "canvas/TextTool.h"
 #include "core/framework/AppState.h"
 #include "core/display/Display.h"
 #include "core/display/Form1.h"
@@ -31,6 +34,48 @@ CanvasView::CanvasView(QWidget* parent) : QAbstractScrollArea(parent) {
     for (Control* c : std::initializer_list<Control*>{&Form1::Brush_bounds, &Form1::Line1, &Form1::Line2,
                                                       &Form1::Line3, &Form1::Shape1, &Form1::CloneCross})
         FollowModel(*c, vp, [vp] { vp->update(); });
+    for (int i = 0; i < Form1::CurveSegments; ++i) FollowModel(Form1::CurveSegment(i), vp, [vp] { vp->update(); });
+    makeTextBox();
+}
+
+// The text tool's box: a line editor over the viewport, where the model places it.
+void CanvasView::makeTextBox() {
+    textBox_ = new QLineEdit(viewport());
+    textBox_->setObjectName("TextTool");
+    textBox_->hide();
+    for (Control* c : std::initializer_list<Control*>{&Form1::TextTool, &Form1::TextToolFrame})
+        FollowModel(*c, textBox_, [this] { placeTextBox(); });
+    connect(textBox_, &QLineEdit::textEdited, textBox_,
+            [](const QString& t) { Guarded([&] { Form1::TextTool.Text = t.toStdString(); }); });
+    connect(textBox_, &QLineEdit::returnPressed, textBox_, [] {
+        Guarded([] {
+            int16_t key = VirtualKey::Return;
+            Form1::TextTool_KeyPress(key);
+        });
+    });
+}
+
+void CanvasView::placeTextBox() {
+    const bool shown = Form1::TextTool.Visible && Form2::Option19.Value;
+    if (!shown) {
+        textBox_->hide();
+        return;
+    }
+    const FontChoice f = TextToolFont();
+    QFont font(QString::fromStdString(f.Name));
+    font.setPointSize(f.Size);
+    font.setBold(f.Bold);
+    font.setItalic(f.Italic);
+    font.setStyleStrategy(QFont::NoAntialias);
+    textBox_->setFont(font);
+    const QString text = QString::fromStdString(Form1::TextTool.Text);
+    if (textBox_->text() != text) textBox_->setText(text);
+    const ::Shape& frame = Form1::TextToolFrame;
+    textBox_->setGeometry(frame.Left - horizontalScrollBar()->value(), frame.Top - verticalScrollBar()->value(),
+                          std::max(frame.Width.get(), 16), std::max(frame.Height.get(), 12));
+    // Typing goes to the box wherever it was placed last.
+    textBox_->show();
+    if (!textBox_->hasFocus()) textBox_->setFocus();
 }
 
 int16_t CanvasView::ButtonCode(Qt::MouseButtons b) {
@@ -132,8 +177,13 @@ void CanvasView::paintOverlays(QPainter& p) {
     };
     auto box = [&](const ::Shape& s) { return QRectF(s.Left - origin.x(), s.Top - origin.y(), s.Width, s.Height); };
     if (Form1::Brush_bounds.Visible) both([&] { p.drawRect(box(Form1::Brush_bounds)); });
-    if (Form1::Shape1.Visible) both([&] { p.drawRect(box(Form1::Shape1)); });
-    for (const LineControl* l : {&Form1::Line1, &Form1::Line2, &Form1::Line3})
+    if (Form1::Shape1.Visible) {
+        if (Form1::Shape1.Tag == Form1::OvalTag) both([&] { p.drawEllipse(box(Form1::Shape1)); });
+        else both([&] { p.drawRect(box(Form1::Shape1)); });
+    }
+    std::vector<const LineControl*> lines = {&Form1::Line1, &Form1::Line2, &Form1::Line3};
+    for (int i = 0; i < Form1::CurveSegments; ++i) lines.push_back(&Form1::CurveSegment(i));
+    for (const LineControl* l : lines)
         if (l->Visible)
             both([&] { p.drawLine(QPointF(l->X1, l->Y1) - origin, QPointF(l->X2, l->Y2) - origin); });
     if (Form1::CloneCross.Visible) {
@@ -195,5 +245,6 @@ void CanvasView::scrollContentsBy(int, int) {
     Guarded([] {
         if (DisplayBroken != 255) RedisplayWindow();
     });
+    placeTextBox();
     viewport()->update();
 }

@@ -33,6 +33,9 @@ protected:
 
 private:
     void updateScrollBars();
+    void makeTextBox();
+    void placeTextBox();
+    class QLineEdit* textBox_ = nullptr;
     void paintOverlays(QPainter& p);
     // The window pixel (in the zoomed picture) under a viewport position.
     QPointF windowPixel(const QPointF& viewportPos) const;

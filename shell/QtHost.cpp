@@ -158,6 +158,7 @@ void QtHost::HideForm(Form& f) {
 
 void QtHost::UnloadForm(Form& f) {
     if (&f == &MDIForm1::form) {
+        closing_ = true;
         QApplication::quit();
         return;
     }

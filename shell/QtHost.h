@@ -42,6 +42,12 @@ public:
     void ReleaseProgram(ProgramId id) override;
     std::optional<std::string> ProgramOutput(const std::string& program, const std::vector<std::string>& arguments,
                                              int milliseconds) override;
+    // QtHostText.cpp: closing, fonts and text.
+    bool Closing() override;
+    std::optional<FontChoice> ChooseFont(const FontChoice& initial) override;
+    int TextWidth(const std::string& text, const FontChoice& font) override;
+    bool RasteriseText(const std::string& text, const FontChoice& font, int width, int height,
+                       std::vector<uint8_t>& pixels) override;
 
     PanelView* panelFor(Form& f);  // made on first use
     // Where a panel opens: where the user last put it, or first at the frame's right edge.
@@ -51,6 +57,7 @@ public:
 
 private:
     MainWindow* main_;
+    bool closing_ = false;  // the frame was unloaded
     std::map<Form*, QPointer<PanelView>> panels_;
     struct Program {
         std::unique_ptr<QProcess> process;

@@ -1,7 +1,8 @@
 // The tool buttons of the tool panel as one row of push buttons, one for each
 // installed tool row: the one down is the tool; a right click opens the tool's
 // settings.
-#include <QHBoxLayout>
+#include <QGridLayout>
+#include <QSizePolicy>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QToolButton>
@@ -54,7 +55,7 @@ private:
 // body, light text); the others stand out light. The style's own checked look is
 // too faint on the panel's background to tell the tool at a glance.
 const char* const ToolRowStyle =
-    "QToolButton { padding: 3px 8px; border: 1px solid #6e6660; border-radius: 2px;"
+    "QToolButton { padding: 3px 4px; border: 1px solid #6e6660; border-radius: 2px;"
     " background: #ece8e4; color: #000000; }"
     "QToolButton:checked { background: #555566; color: #ffee88; border: 2px inset #222233; }"
     "QToolButton:hover:!checked { background: #ffffff; }";
@@ -62,11 +63,18 @@ const char* const ToolRowStyle =
 QWidget* MakeToolRow(PanelView& panel) {
     auto* row = new QWidget(&panel);
     row->setStyleSheet(ToolRowStyle);
-    auto* h = new QHBoxLayout(row);
-    h->setContentsMargins(0, 0, 0, 0);
-    h->setSpacing(2);
-    for (const ToolRow& tool : Commands().rows().tools) h->addWidget(new ToolButton(tool, row));
-    h->addStretch(1);
+    // A grid of a few columns keeps the panel narrow however many tools there are.
+    constexpr int Columns = 4;
+    auto* grid = new QGridLayout(row);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(2);
+    int i = 0;
+    for (const ToolRow& tool : Commands().rows().tools) {
+        auto* b = new ToolButton(tool, row);
+        b->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        grid->addWidget(b, i / Columns, i % Columns);
+        ++i;
+    }
     return row;
 }
 }  // namespace

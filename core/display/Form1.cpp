@@ -7,6 +7,10 @@
 #include "core/framework/Host.h"
 #include "core/framework/Commands.h"
 
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace Form1 {
 const char* const DesignCaption = "Canvas";
 Form form("Form1", DesignCaption);
@@ -17,7 +21,21 @@ LineControl Line2(form, "Line2");
 LineControl Line3(form, "Line3");
 Shape Shape1(form, "Shape1");
 Shape CloneCross(form, "CloneCross");
+TextBox TextTool(form, "TextTool");
+Shape TextToolFrame(form, "TextToolFrame");
 Prop<uint32_t>& BackColor = form.BackColor;
+
+namespace {
+std::vector<std::unique_ptr<LineControl>> MakeCurveSegments() {
+    std::vector<std::unique_ptr<LineControl>> lines;
+    for (int i = 0; i < CurveSegments; ++i)
+        lines.push_back(std::make_unique<LineControl>(form, "CurveSegment" + std::to_string(i)));
+    return lines;
+}
+std::vector<std::unique_ptr<LineControl>> CurveLines = MakeCurveSegments();
+}  // namespace
+
+LineControl& CurveSegment(int i) { return *CurveLines.at(static_cast<size_t>(i)); }
 
 namespace {
 struct Wiring {
@@ -25,6 +43,7 @@ struct Wiring {
         form.Load = Form_Load;
         form.Resize = Form_Resize;
         for (Shape* s : {&Brush_bounds, &Shape1, &CloneCross}) s->Visible.setQuietly(false);
+        TextTool.Visible.setQuietly(false);
     }
 } wiring;
 }  // namespace

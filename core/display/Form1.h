@@ -12,7 +12,15 @@ extern Shape Brush_bounds;       // the custom brush's box following the cursor
 extern LineControl Line1, Line2;  // crosshair through the cursor
 extern LineControl Line3;         // the rubber line
 extern Shape Shape1;              // the rubber rectangle or ellipse
+inline constexpr const char* OvalTag = "oval";  // Shape1's Tag while it is an ellipse
 extern Shape CloneCross;          // the clone source mark of a shift-click (centre = Left, Top)
+// The text tool's box floating over the canvas, and its place and size in
+// window pixels (the text tool in the canvas folder drives both).
+extern TextBox TextTool;
+extern Shape TextToolFrame;
+// The curve tool's preview while it waits for the bend point: one line per segment.
+constexpr int CurveSegments = 16;
+LineControl& CurveSegment(int i);
 extern Prop<uint32_t>& BackColor;
 
 void Form_Load();

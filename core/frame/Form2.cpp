@@ -150,7 +150,7 @@ void SetUpColourControls() {
     HScroll4.ToolTipText = "Opacity of brush and fill tools.";
     slider1.Caption.setQuietly("Step");
     slider1.ToolTipText = "Step value for brushes in pixels.";
-    Command1.ToolTipText = "Clear the buffer to the secondary colour (K)";
+    Command1.ToolTipText = "Clear the buffer to the secondary colour (K).  Right click to clear the selection";
     Command1.Group = LayerButton.Group = 1;
     LayerButton.ToolTipText = "Layer mixing of the main and swap buffers";
     Shape4.Group = Shape1.Group = 2;

@@ -30,6 +30,7 @@ extern Label Anim_Label;
 extern TextBox Anim_Framerate;  // frames per second
 extern CommandButton Anim_Play, Anim_Stop, Anim_Previous, Anim_Next, Anim_Insert, Anim_Delete;
 extern Timer Anim_Timer;
+extern MenuEntry Win_Spraxel;
 
 // The title of the frame as the planes and check marks say it should read.
 std::string ComposeTitle();
@@ -61,8 +62,11 @@ void MixPick(MenuEntry& chosen);
 // The mixing table the checked layer entry selects, or nullptr when mixing is off.
 const uint8_t* ActiveMixTable();
 void BasterPick(MenuEntry& chosen);
-// Opened on the clear button.
-extern MenuEntry Clear_menu, Anim_ClearFrames;
+// The drawing tools' popups: the linear tool's variants (one checked at a
+// time), the text tool's settings and clearing the selection to a colour.
+extern MenuEntry Linetool, linetool_Line;
+extern MenuEntry Texttool, Text_FontSettings, Text_FillSettings, Text_NudgeTool;
+extern MenuEntry Clear_menu, ClearAlphaPrimary, ClearAlphaSeconary, Anim_ClearFrames;
 }  // namespace Menus
 
 // Every entry of a menu bar or popup, in table order, for the views.

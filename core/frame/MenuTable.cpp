@@ -127,6 +127,7 @@ MenuEntry toolbar(form, "toolbar", "Toolbar...", &Palettes);
 MenuEntry Magnify(form, "Magnify", "Zoom...", &Palettes);
 MenuEntry Magnifier(form, "Magnifier", "Fat bits...", &Palettes);
 MenuEntry win_Gradient(form, "win_Gradient", "Fill/gradient...      p", &Palettes);
+MenuEntry Win_Spraxel(form, "Win_Spraxel", "Spraxelics...       i", &Palettes);
 MenuEntry Window_Info(form, "Window_Info", "Info display", &Window);
 MenuEntry WPickColor(form, "WPickColor", "Color picker...", &Window);
 MenuEntry Refresh(form, "Refresh", "Refresh", &Window);
@@ -259,7 +260,16 @@ MenuEntry Baster1(form, "Baster1", "1 pixel", &TBaster);
 MenuEntry baster5(form, "baster5", "9 pixel", &TBaster);
 MenuEntry baster9(form, "baster9", "25 pixel", &TBaster);
 
+// The linear tool's variants, the text tool's settings, clearing the selection.
+MenuEntry Linetool(form, "Linetool", "Linetool", nullptr);
+MenuEntry linetool_Line(form, "linetool_Line", "Line tool", &Linetool);
+MenuEntry Texttool(form, "Texttool", "Texttool", nullptr);
+MenuEntry Text_FontSettings(form, "Text_FontSettings", "Font settings...", &Texttool);
+MenuEntry Text_FillSettings(form, "Text_FillSettings", "Fill settings...", &Texttool);
+MenuEntry Text_NudgeTool(form, "Text_NudgeTool", "Nudge tool...", &Texttool);
 MenuEntry Clear_menu(form, "Clear_menu", "Clear_menu", nullptr);
+MenuEntry ClearAlphaPrimary(form, "ClearAlphaPrimary", "Clear selected to primary", &Clear_menu);
+MenuEntry ClearAlphaSeconary(form, "ClearAlphaSeconary", "Clear selected to secondary", &Clear_menu);
 MenuEntry Anim_ClearFrames(form, "Anim_ClearFrames", "Clear all frames", &Clear_menu);
 
 namespace {
@@ -267,6 +277,8 @@ struct Wiring {
     Wiring() {
         MixSwap_Add.Checked.setQuietly(true);
         Baster1.Checked.setQuietly(true);
+        linetool_Line.Checked.setQuietly(true);
+        linetool_Line.Checkable = true;
         for (MenuEntry* e : {&MixSwapNone, &MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen,
                               &MixaroundGrey, &Baster1, &baster5, &baster9})
             e->Checkable = true;

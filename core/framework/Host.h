@@ -29,6 +29,13 @@ struct FileDialogRequest {
     int FilterIndex = 1;  // 1-based, set by the dialog to the chosen filter
 };
 
+// A font as the font dialog gives it and the text rasteriser takes it.
+struct FontChoice {
+    std::string Name = "Sans";
+    int Size = 12;  // points
+    bool Bold = false, Italic = false;
+};
+
 // A program started through the host; 0 is none.
 using ProgramId = int;
 
@@ -95,6 +102,20 @@ public:
 
     // Opens a popup menu of the hidden Menus window at the pointer.
     virtual void PopupMenu(MenuEntry& menu) = 0;
+
+    // True once the frame is closing: loops that wait on events end.
+    virtual bool Closing() { return false; }
+    // The common font dialog; nullopt when cancelled.
+    virtual std::optional<FontChoice> ChooseFont(const FontChoice& /*initial*/) { return std::nullopt; }
+    // Text measured and drawn in a font, without anti-aliasing. The width in
+    // pixels, or -1 when the font cannot be had. RasteriseText draws the text
+    // at (0, 0) in black on white into width x height bytes (x fastest): a
+    // letter's pixels are 0, every other pixel 255. False when nothing could be drawn.
+    virtual int TextWidth(const std::string& /*text*/, const FontChoice& /*font*/) { return -1; }
+    virtual bool RasteriseText(const std::string& /*text*/, const FontChoice& /*font*/, int /*width*/,
+                               int /*height*/, std::vector<uint8_t>& /*pixels*/) {
+        return false;
+    }
 };
 
 Host& host();

@@ -74,6 +74,32 @@ def share_of(img, colour, box):
     return sum(1 for p in pixels if p == colour) / len(pixels)
 
 
+def tool_buttons(img):
+    """The tool buttons in reading order, as (y, left, right): the rows of the panel's
+    button grid, each seen on the line just inside the buttons' top border."""
+    faces = ((236, 232, 228), (85, 85, 102))  # a tool that is up, the tool that is down
+
+    def runs_at(y):
+        runs, start = [], None
+        for x in range(0, 620):
+            face = img.getpixel((x, y))[:3] in faces
+            if face and start is None:
+                start = x
+            if not face and start is not None:
+                if x - start >= 20:
+                    runs.append((start, x - 1))
+                start = None
+        return runs
+
+    buttons, in_row = [], False
+    for y in range(30, 220):
+        runs = runs_at(y)
+        if len(runs) >= 3 and not in_row:
+            buttons += [(y + 3, left, right) for left, right in runs]
+        in_row = len(runs) >= 3
+    return buttons if len(buttons) >= 6 else None
+
+
 def main():
     xvfb, display = start_xvfb()
     tmp = tempfile.mkdtemp(prefix="kelpwick-e2e-")
@@ -123,6 +149,40 @@ def main():
             return dark >= len(on_path) - 1 and share_of(img, (255, 255, 255), (1000, 220, 1200, 320)) > 0.99
         wait_for("the stroke on screen", stroke_seen)
 
+        # A rectangle selection with the mouse: the sixth tool ("Rect alpha"), a drag below the
+        # stroke. The title says alpha is on and the marquee runs round the box.
+        y, left, right = wait_for("the tool buttons", lambda: tool_buttons(screenshot(env, shot)))[5]
+        run(env, "xdotool", "mousemove", str((left + right) // 2), str(y + 3), "click", "1")
+        run(env, "xdotool", "mousemove", "780", "640")
+        run(env, "xdotool", "mousedown", "1")
+        for i in range(1, 11):
+            run(env, "xdotool", "mousemove", str(780 + i * 37), str(640 + i * 6))
+        run(env, "xdotool", "mouseup", "1")
+        wait_for("the alpha title", lambda: title_starting(env, "Project Kelpwick  (Main)  (Alpha)"))
+
+        def marquee_seen():
+            img = screenshot(env, shot)
+            def marked(y):
+                edge = [img.getpixel((x, y)) for x in range(800, 1130)]
+                return sum(1 for p in edge if max(p) < 200) > len(edge) // 4
+            return any(marked(y) for y in range(636, 645)) and share_of(img, (255, 255, 255), (800, 660, 1130, 690)) > 0.99
+        wait_for("the marquee round the selection", marquee_seen)
+
+        # A line with the linear tool (key v) inside the selection.
+        run(env, "xdotool", "key", "v")
+        run(env, "xdotool", "mousemove", "800", "675")
+        run(env, "xdotool", "mousedown", "1")
+        for i in range(1, 9):
+            run(env, "xdotool", "mousemove", str(800 + i * 40), "675")
+        run(env, "xdotool", "mouseup", "1")
+
+        def line_seen():
+            img = screenshot(env, shot)
+            on_line = [img.getpixel((x, 675)) for x in range(820, 1100, 10)]
+            return sum(1 for p in on_line if max(p) < 60) >= len(on_line) - 1
+        wait_for("the line on screen", line_seen)
+
+
         # Ctrl + wheel over a point of the stroke: 200 %, the point stays under the
         # cursor and the stroke is twice as wide (a pixel 7 off its middle turns dark).
         on, off = (930, 450), (926, 455)
@@ -144,8 +204,8 @@ def main():
         wait_for("the view dragged", lambda: max(screenshot(env, shot).getpixel((830, 450))) < 60)
 
         assert app.poll() is None, "the program ended by itself"
-        print("e2e: size dialog answered, canvas white, j/u change it, title follows, a stroke shows, "
-              "ctrl + wheel zooms about the cursor, the middle button drags")
+        print("e2e: size dialog answered, canvas white, j/u change it, title follows, a stroke, a selection and a "
+              "line show, ctrl + wheel zooms about the cursor, the middle button drags")
     finally:
         app.terminate()
         try:

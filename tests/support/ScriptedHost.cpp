@@ -227,3 +227,27 @@ void MakeTestDocument(int w, int h) {
     ASSERT_TRUE(CreateNewDocument(false));
     DemensionRefreshBuff();
 }
+
+std::optional<FontChoice> ScriptedHost::ChooseFont(const FontChoice&) {
+    if (fonts.empty()) return std::nullopt;
+    auto f = fonts.front();
+    fonts.pop_front();
+    return f;
+}
+
+int ScriptedHost::TextWidth(const std::string& text, const FontChoice& font) {
+    return font.Name.empty() ? -1 : 6 * static_cast<int>(text.size());
+}
+
+bool ScriptedHost::RasteriseText(const std::string& text, const FontChoice& font, int width, int height,
+                                 std::vector<uint8_t>& pixels) {
+    if (font.Name.empty() || width <= 0 || height <= 0) return false;
+    pixels.assign(static_cast<size_t>(width) * static_cast<size_t>(height), 255);
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == ' ') continue;
+        for (int y = 1; y < 8 && y < height; ++y)
+            for (int x = static_cast<int>(6 * i) + 1; x < static_cast<int>(6 * i) + 5 && x < width; ++x)
+                pixels[static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)] = 0;
+    }
+    return true;
+}

@@ -65,6 +65,17 @@ public:
     }
     int eventPumps = 0, paintPumps = 0;
     std::function<void()> onEvents;  // runs at each pump: a test looks at the screen meanwhile
+    bool closing = false;
+    bool Closing() override { return closing; }
+    // Fonts: the dialog answers from a queue (cancel when empty). The text
+    // rasteriser is a fixed one: every character cell is 6 pixels wide and a
+    // printable character other than a blank is a solid 4 x 7 block at (1, 1)
+    // of its cell. A font named "" is not installed.
+    std::deque<std::optional<FontChoice>> fonts;
+    std::optional<FontChoice> ChooseFont(const FontChoice& initial) override;
+    int TextWidth(const std::string& text, const FontChoice& font) override;
+    bool RasteriseText(const std::string& text, const FontChoice& font, int width, int height,
+                       std::vector<uint8_t>& pixels) override;
     CanvasSurface GetCanvasSurface() override;
     // The origin follows, held inside the picture as a scroll bar holds it.
     void ScrollCanvasTo(int x, int y) override;

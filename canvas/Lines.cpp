@@ -1,0 +1,68 @@
+// The line drawers on the main planes and the geometry helpers.
+#include "canvas/Lines.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/document/Buffers.h"
+#include "core/framework/vb.h"
+#include "native/Lines.h"
+
+namespace {
+uint8_t Byte(int32_t v) { return static_cast<uint8_t>(std::clamp(v, 0, 255)); }
+
+// The planes and the size the kernels may walk: never more than the planes hold.
+bool Planes(kwline::RgbPlanes& p, int32_t& W, int32_t& H) {
+    if (BufR.empty() || BufG.empty() || BufB.empty()) return false;
+    p = {BufR.data(), BufG.data(), BufB.data(), BufR.stride()};
+    W = std::min(W, BufR.ubX());
+    H = std::min(H, BufR.ubY());
+    return W > 0 && H > 0;
+}
+}  // namespace
+
+void MidPointLine(int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t R, int32_t G, int32_t B, int32_t W,
+                  int32_t H) {
+    kwline::RgbPlanes p;
+    if (Planes(p, W, H)) kwline::MidPointLine(p, X1, Y1, X2, Y2, Byte(R), Byte(G), Byte(B), W, H);
+}
+
+void AALine(int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t R, int32_t G, int32_t B, int32_t W, int32_t H) {
+    kwline::RgbPlanes p;
+    if (Planes(p, W, H)) kwline::AALine(p, X1, Y1, X2, Y2, Byte(R), Byte(G), Byte(B), W, H);
+}
+
+void AAFloatLine(float X1, float Y1, float X2, float Y2, int32_t R, int32_t G, int32_t B, int32_t W, int32_t H) {
+    kwline::RgbPlanes p;
+    if (Planes(p, W, H)) kwline::AAFloatLine(p, X1, Y1, X2, Y2, Byte(R), Byte(G), Byte(B), W, H);
+}
+
+void GradAALine(int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t R1, int32_t G1, int32_t B1, int32_t R2,
+                int32_t G2, int32_t B2, int32_t W, int32_t H) {
+    kwline::RgbPlanes p;
+    if (Planes(p, W, H)) kwline::GradAALine(p, X1, Y1, X2, Y2, R1, G1, B1, R2, G2, B2, W, H);
+}
+
+void Distance(float& X1, float& Y1, float& X2, float& Y2, int16_t& D) {
+    const double dx = static_cast<double>(X2) - X1, dy = static_cast<double>(Y2) - Y1;
+    const double dx2 = std::min(static_cast<double>(vb::CLng(std::min(dx * dx, 2.1e9))), 2.1e9);
+    const double dy2 = std::min(static_cast<double>(vb::CLng(std::min(dy * dy, 2.1e9))), 2.1e9);
+    D = vb::CInt(std::min(std::sqrt(dx2 + dy2), 32767.0));
+}
+
+float CalculateAngle(float X1, float Y1, float X2, float Y2) {
+    auto to16 = [](float v) { return static_cast<double>(vb::CInt(std::clamp(v, -32768.0f, 32767.0f))); };
+    double n = to16(Y1 - Y2), m = to16(X1 - X2);
+    const bool p = n <= 0, q = m <= 0;
+    n = std::fabs(n);
+    m = std::fabs(m);
+    // Straight up or down (X1 = X2) the tangent is infinite: the angle is taken
+    // as 90 degrees before the quadrant is applied, and 0 for a single point.
+    double a;
+    if (m == 0) a = n == 0 ? 0.0 : 90.0;
+    else a = std::atan(n / m) * 57.2958;
+    if (p && q) return static_cast<float>(a + 180);
+    if (p) return static_cast<float>(360 - a);
+    if (q) return static_cast<float>(180 - a);
+    return static_cast<float>(a);
+}
