@@ -83,7 +83,7 @@ namespace {
 // Everything a new document allocates, built aside so that a failure keeps the old one.
 struct NewPlanes {
     UndoRingSet ring;
-    Plane r, g, b, a, ur, ug, ub, sr, sg, sb, marquee;
+    Plane r, g, b, a, sr, sg, sb, marquee;
 };
 
 void RestoreSizeText() {
@@ -109,14 +109,14 @@ bool CreateNewDocument(bool ask) {
     // document is freed only after the new one exists, so it does not count as free.
     const uint64_t plane = static_cast<uint64_t>(w + 1) * static_cast<uint64_t>(h + 1);
     const uint64_t available = AvailableMemory ? AvailableMemory() : UINT64_MAX;
-    auto need = [&](int slots) { return plane * (11 + 4 * static_cast<uint64_t>(slots)); };
+    auto need = [&](int slots) { return plane * (8 + 4 * static_cast<uint64_t>(slots)); };
     int16_t last = UndoSlotsForBudget(App.UndoMegs, w, h);
     if (need(last + 1) > available) last = 1;  // the ring keeps its two slots
     NewPlanes n;
     try {
         if (need(2) > available) throw std::bad_alloc();
         n.ring = MakeUndoRing(App.UndoMegs, w, h, last);
-        for (Plane* p : {&n.r, &n.g, &n.b, &n.a, &n.ur, &n.ug, &n.ub, &n.sr, &n.sg, &n.sb, &n.marquee})
+        for (Plane* p : {&n.r, &n.g, &n.b, &n.a, &n.sr, &n.sg, &n.sb, &n.marquee})
             p->alloc(w, h);
     } catch (const std::bad_alloc&) {
         bool first = !DocumentExists();
@@ -132,7 +132,6 @@ bool CreateNewDocument(bool ask) {
     InstallUndoRing(std::move(n.ring));
     UndoIndex = 0;
     BufR.swap(n.r); BufG.swap(n.g); BufB.swap(n.b); BufA.swap(n.a);
-    UndoR.swap(n.ur); UndoG.swap(n.ug); UndoB.swap(n.ub);
     SwapR.swap(n.sr); SwapG.swap(n.sg); SwapB.swap(n.sb);
     MarqueePlane.swap(n.marquee);
     TempPlane.alloc(1, 1);
