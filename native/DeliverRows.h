@@ -20,6 +20,7 @@
 //  * The output rows may be the picture rows the settings read (in place).
 #pragma once
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -30,6 +31,35 @@
 #endif
 
 namespace kwfill {
+
+// What the finishing steps of a row read: the colour after style, mode and
+// one-draw noise, the opacity before paper, and the optional steps' inputs
+// (null when the step is off).
+struct FinishRowArgs {
+    int n = 0;
+    const int32_t *r = nullptr, *g = nullptr, *b = nullptr, *opacity = nullptr;
+    const double *ur = nullptr, *ug = nullptr, *ub = nullptr;  // a draw per channel
+    double noiseR = 0, noiseG = 0;                              // the amount for red and blue, for green
+    const float* bump = nullptr;  // the paper's slope times 255
+    const float* dry = nullptr;   // what the paper's height takes off the opacity
+    const uint8_t *oldR = nullptr, *oldG = nullptr, *oldB = nullptr;
+    const uint8_t* alpha = nullptr;  // null: every pixel lands whole
+    uint8_t alphaOff = 255;
+    uint8_t *outR = nullptr, *outG = nullptr, *outB = nullptr;
+};
+using FinishRowFn = void (*)(const FinishRowArgs&);
+// The plain form, and an AVX2 form for opacities that stay within 0..255
+// (call it only when HaveAvx2Finish() says so); both give the same bytes.
+void FinishRowScalar(const FinishRowArgs& f);
+void FinishRowAvx2(const FinishRowArgs& f);
+bool HaveAvx2Finish();
+
+// Rows a plan's loop writes and reads again, one entry per column.
+struct RowScratch {
+    std::vector<int32_t> r, g, b, opacity;
+    std::vector<double> ur, ug, ub;
+    std::vector<float> bump, dry;
+};
 
 struct FillPlan {
     int x0 = 0, x1 = 0;  // the columns a row covers
@@ -43,8 +73,14 @@ struct FillPlan {
     uint8_t lut[3][256] = {};
     // The gradients: the opacity each gradient alpha gives, and the positions.
     int opacityOfGa[256] = {};
-    std::vector<int> columnStep;      // across: the table step of each column
+    std::vector<int32_t> columnR, columnG, columnB, columnOpacity;  // across: each column's step of the gradient
     std::vector<float> columnOffset;  // ellipse: the scaled distance of each column from the centre
+    // Drybrush: what the paper's height takes off the opacity, by the height byte.
+    float dryTerm[256] = {};
+    // The finishing steps: AVX2 where the processor has it and the opacity
+    // cannot leave 0..255, the plain form otherwise.
+    FinishRowFn finish = FinishRowScalar;
+    mutable RowScratch scratch;
 };
 
 namespace detail {
@@ -97,12 +133,25 @@ inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int 
     if (plan.byTable) detail::PlanPlainColour(s, colour, plan);
     for (int ga = 0; ga < 256; ++ga)
         plan.opacityOfGa[ga] = ga == 255 ? s.opacity : detail::RoundF(static_cast<float>(s.opacity * ga) / 255.0f);
+    for (int p = 0; p < 256; ++p)
+        plan.dryTerm[p] = static_cast<float>(s.negative ? p : 255 - p) * s.opacityFraction * s.strength;
     const int n = x1 > x0 ? x1 - x0 : 0;
+    bool inRange = s.opacity >= 0 && s.opacity <= 255;
+    for (float t : plan.dryTerm) inRange = inRange && !(t < 0);
+    plan.finish = inRange && HaveAvx2Finish() ? FinishRowAvx2 : FinishRowScalar;
+    RowScratch& w = plan.scratch;
+    for (auto* v : {&w.r, &w.g, &w.b, &w.opacity}) v->resize(static_cast<size_t>(n));
+    for (auto* v : {&w.ur, &w.ug, &w.ub}) v->resize(static_cast<size_t>(n));
+    for (auto* v : {&w.bump, &w.dry}) v->resize(static_cast<size_t>(n));
     if (s.style == FillStyle::Horizontal || s.style == FillStyle::FitHorizontal) {
         const float scale = 255.0f / detail::SpanOrFloor(X2 - X1, 0.01f);
-        plan.columnStep.resize(static_cast<size_t>(n));
-        for (int i = 0; i < n; ++i) plan.columnStep[static_cast<size_t>(i)] =
-            detail::GradientStep(static_cast<float>(x0 + i - X1) * scale);
+        for (int i = 0; i < n; ++i) {
+            const int p = detail::GradientStep(static_cast<float>(x0 + i - X1) * scale);
+            plan.columnR.push_back(s.gradR[p]);
+            plan.columnG.push_back(s.gradG[p]);
+            plan.columnB.push_back(s.gradB[p]);
+            plan.columnOpacity.push_back(plan.opacityOfGa[s.gradA[p]]);
+        }
     } else if (s.style == FillStyle::Circular) {
         plan.columnOffset.resize(static_cast<size_t>(n));
         for (int i = 0; i < n; ++i) plan.columnOffset[static_cast<size_t>(i)] = detail::EllipseOffset(x0 + i, X1, X2);
@@ -167,100 +216,142 @@ inline void PlainRow(const DeliverSettings& s, const FillPlan& plan, size_t rowA
     }
 }
 
-// Every other setting: the steps of the single-pixel kernel with the row's
-// and the columns' values looked up instead of worked out.
+// The colour and opacity (before paper) of each pixel from the fill style:
+// the plan's column rows for a gradient across, one value for the row down or
+// for a plain colour, the ellipse pixel by pixel.
 template <unsigned Steps>
-inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const double* draws,
-                       uint32_t colour, int y, int n, int Y1, int Y2, uint8_t* out[3]) {
+inline void StyleRow(const DeliverSettings& s, const FillPlan& plan, uint32_t colour, int y, int n, int Y1, int Y2) {
     using kwmode::FillStyle;
+    RowScratch& w = plan.scratch;
+    int32_t* __restrict R = w.r.data();
+    int32_t* __restrict G = w.g.data();
+    int32_t* __restrict B = w.b.data();
+    int32_t* __restrict O = w.opacity.data();
     const FillStyle style = (Steps & DpStyle) ? s.style : FillStyle::Colour;
-    const bool across = style == FillStyle::Horizontal || style == FillStyle::FitHorizontal;
-    const bool ellipse = style == FillStyle::Circular;
-    const int rowStep = style == FillStyle::Vertical
-                            ? GradientStep(static_cast<float>(y - Y1) * (255.0f / SpanOrFloor(Y2 - Y1, 0.01f)))
-                            : 0;
-    const float dy = ellipse ? EllipseOffset(y, Y1, Y2) : 0.0f;
-    const bool gradient = across || ellipse || style == FillStyle::Vertical;
-    const int c[3] = {static_cast<int>(colour & 255), static_cast<int>((colour & 65280) / 256),
-                      static_cast<int>((colour & 16711680) / 65536)};
-    const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(plan.x0);
-    const bool paper = (Steps & DpPaper) && s.paperW > 0 && (s.bump || s.dry);
-    const int pv = paper ? y % s.paperH : 0;
-    int pu = paper ? plan.x0 % s.paperW : 0;
-    const float* paperF = paper ? s.paperF + static_cast<size_t>(pv) * s.paperStride : nullptr;
-    const uint8_t* paperB = paper ? s.paperB + static_cast<size_t>(pv) * s.paperStride : nullptr;
-    const int drawsPer = (Steps & DpNoise) ? NoiseDrawCount(s) : 0;
-    for (int i = 0; i < n; ++i) {
-        const size_t at = rowAt + static_cast<size_t>(i);
-        int32_t R = c[0], G = c[1], B = c[2];
-        int opacity = s.opacity;
-        if (gradient) {
-            int p = rowStep;
-            if (across) p = plan.columnStep[static_cast<size_t>(i)];
-            else if (ellipse) {
-                const float dx = plan.columnOffset[static_cast<size_t>(i)];
-                p = GradientStep((dx * dx + dy * dy) / 128.0f);
-            }
-            R = s.gradR[p];
-            G = s.gradG[p];
-            B = s.gradB[p];
-            opacity = plan.opacityOfGa[s.gradA[p]];
+    auto step = [&](int i, int p) {
+        R[i] = s.gradR[p], G[i] = s.gradG[p], B[i] = s.gradB[p], O[i] = plan.opacityOfGa[s.gradA[p]];
+    };
+    if (style == FillStyle::Horizontal || style == FillStyle::FitHorizontal) {
+        const size_t bytes = static_cast<size_t>(n) * sizeof(int32_t);
+        std::memcpy(R, plan.columnR.data(), bytes);
+        std::memcpy(G, plan.columnG.data(), bytes);
+        std::memcpy(B, plan.columnB.data(), bytes);
+        std::memcpy(O, plan.columnOpacity.data(), bytes);
+    } else if (style == FillStyle::Circular) {
+        const float dy = EllipseOffset(y, Y1, Y2);
+        for (int i = 0; i < n; ++i) {
+            const float dx = plan.columnOffset[static_cast<size_t>(i)];
+            step(i, GradientStep((dx * dx + dy * dy) / 128.0f));
         }
-        const int opacitySaved = opacity;
-        const int oldR = s.r[at], oldG = s.g[at], oldB = s.b[at];
-        if ((Steps & DpMode) && s.table) {
-            if (s.tableSwapped) {
-                R = s.table[oldR + 256 * R];
-                G = s.table[oldG + 256 * G];
-                B = s.table[oldB + 256 * B];
-            } else {
-                R = s.table[R + 256 * oldR];
-                G = s.table[G + 256 * oldG];
-                B = s.table[B + 256 * oldB];
-            }
-        } else if ((Steps & DpMode) && s.mode == kwmode::FillMode::Rubthrough) {
-            R = s.sr[at];
-            G = s.sg[at];
-            B = s.sb[at];
+    } else {
+        int32_t c[4] = {static_cast<int32_t>(colour & 255), static_cast<int32_t>((colour & 65280) / 256),
+                        static_cast<int32_t>((colour & 16711680) / 65536), s.opacity};
+        if (style == FillStyle::Vertical) {
+            const int p = GradientStep(static_cast<float>(y - Y1) * (255.0f / SpanOrFloor(Y2 - Y1, 0.01f)));
+            c[0] = s.gradR[p], c[1] = s.gradG[p], c[2] = s.gradB[p], c[3] = plan.opacityOfGa[s.gradA[p]];
         }
-        if (drawsPer > 0) {
-            DeliverState noisy;
-            noisy.R = R, noisy.G = G, noisy.B = B;
-            NoiseDraws d;
-            for (int k = 0; k < drawsPer; ++k) d.u[k] = draws[static_cast<size_t>(i) * drawsPer + k];
-            Noise(s, noisy, d);
-            R = noisy.R, G = noisy.G, B = noisy.B;
-        }
-        if (paper) {
-            if (s.bump) {
-                const float e = paperF[pu] * 255.0f;
-                R = Clamp255(RoundF(static_cast<float>(R) + e));
-                G = Clamp255(RoundF(static_cast<float>(G) + e));
-                B = Clamp255(RoundF(static_cast<float>(B) + e));
-            }
-            if (s.dry) {
-                const int p = paperB[pu];
-                const float height = static_cast<float>(s.negative ? p : 255 - p);
-                opacity = RoundF(static_cast<float>(opacitySaved) - height * s.opacityFraction * s.strength);
-            }
-            if (++pu == s.paperW) pu = 0;
-        }
-        if (opacity < 0) opacity = 0;
-        const unsigned op = static_cast<unsigned>(opacity), inv = 255u - op;
-        unsigned r = (static_cast<unsigned>(R) * op + static_cast<unsigned>(oldR) * inv) / 255;
-        unsigned g = (static_cast<unsigned>(G) * op + static_cast<unsigned>(oldG) * inv) / 255;
-        unsigned b = (static_cast<unsigned>(B) * op + static_cast<unsigned>(oldB) * inv) / 255;
-        const unsigned a = (Steps & DpAlpha) ? (s.a[at] | s.alphaOff) : 255u;
-        if (a < 255) {
-            const unsigned na = 255 - a;
-            r = (static_cast<unsigned>(oldR) * na + r * a) / 255;
-            g = (static_cast<unsigned>(oldG) * na + g * a) / 255;
-            b = (static_cast<unsigned>(oldB) * na + b * a) / 255;
-        }
-        out[0][i] = static_cast<uint8_t>(r);
-        out[1][i] = static_cast<uint8_t>(g);
-        out[2][i] = static_cast<uint8_t>(b);
+        std::fill_n(R, n, c[0]);
+        std::fill_n(G, n, c[1]);
+        std::fill_n(B, n, c[2]);
+        std::fill_n(O, n, c[3]);
     }
+}
+
+// The fill mode over the row's colours: a mixing table or the swap layer.
+template <unsigned Steps>
+inline void ModeRow(const DeliverSettings& s, const FillPlan& plan, size_t rowAt, int n) {
+    if (!(Steps & DpMode)) return;
+    RowScratch& w = plan.scratch;
+    int32_t* const c[3] = {w.r.data(), w.g.data(), w.b.data()};
+    const uint8_t* const old[3] = {s.r + rowAt, s.g + rowAt, s.b + rowAt};
+    const uint8_t* const swap[3] = {s.sr + rowAt, s.sg + rowAt, s.sb + rowAt};
+    for (int k = 0; k < 3; ++k) {
+        int32_t* __restrict v = c[k];
+        const uint8_t* o = old[k];
+        if (s.table && s.tableSwapped) {
+            for (int i = 0; i < n; ++i) v[i] = s.table[o[i] + 256 * v[i]];
+        } else if (s.table) {
+            for (int i = 0; i < n; ++i) v[i] = s.table[v[i] + 256 * o[i]];
+        } else if (s.mode == kwmode::FillMode::Rubthrough) {
+            for (int i = 0; i < n; ++i) v[i] = swap[k][i];
+        }
+    }
+}
+
+// The paper's inputs of the row, its columns wrapping at the paper's width.
+inline void PaperRow(const DeliverSettings& s, const FillPlan& plan, int y, int n) {
+    RowScratch& w = plan.scratch;
+    const size_t row = static_cast<size_t>(y % s.paperH) * s.paperStride;
+    const float* paperF = s.paperF + row;
+    const uint8_t* paperB = s.paperB + row;
+    float* __restrict bump = w.bump.data();
+    float* __restrict dry = w.dry.data();
+    int u = plan.x0 % s.paperW;
+    for (int i = 0; i < n;) {
+        const int run = std::min(n - i, s.paperW - u);
+        if (s.bump)
+            for (int k = 0; k < run; ++k) bump[i + k] = paperF[u + k] * 255.0f;
+        if (s.dry)
+            for (int k = 0; k < run; ++k) dry[i + k] = plan.dryTerm[paperB[u + k]];
+        i += run;
+        u = 0;
+    }
+}
+
+// The noise: one draw scaled by the colour pixel by pixel; a draw per channel
+// is only sorted into a row per channel for the finishing steps.
+inline void NoiseRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, int n) {
+    RowScratch& w = plan.scratch;
+    if (NoiseDrawCount(s) == 3) {
+        double* __restrict ur = w.ur.data();
+        double* __restrict ug = w.ug.data();
+        double* __restrict ub = w.ub.data();
+        for (int i = 0; i < n; ++i) {
+            ur[i] = draws[3 * i];
+            ug[i] = draws[3 * i + 1];
+            ub[i] = draws[3 * i + 2];
+        }
+        return;
+    }
+    for (int i = 0; i < n; ++i) {
+        DeliverState noisy;
+        noisy.R = w.r[static_cast<size_t>(i)], noisy.G = w.g[static_cast<size_t>(i)], noisy.B = w.b[static_cast<size_t>(i)];
+        NoiseDraws d;
+        d.u[0] = draws[i];
+        Noise(s, noisy, d);
+        w.r[static_cast<size_t>(i)] = noisy.R, w.g[static_cast<size_t>(i)] = noisy.G, w.b[static_cast<size_t>(i)] = noisy.B;
+    }
+}
+
+// Every other setting: style, mode, noise and paper step by step over the
+// row, then the finishing steps (noise per channel, bump, drybrush, opacity,
+// alpha) over the whole row at once.
+template <unsigned Steps>
+inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, uint32_t colour, int y,
+                       int n, int Y1, int Y2, uint8_t* out[3]) {
+    const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(plan.x0);
+    StyleRow<Steps>(s, plan, colour, y, n, Y1, Y2);
+    ModeRow<Steps>(s, plan, rowAt, n);
+    const bool noise = (Steps & DpNoise) && NoiseDrawCount(s) > 0;
+    if (noise) NoiseRow(s, plan, draws, n);
+    const bool paper = (Steps & DpPaper) && s.paperW > 0 && (s.bump || s.dry);
+    if (paper) PaperRow(s, plan, y, n);
+    const RowScratch& w = plan.scratch;
+    FinishRowArgs f;
+    f.n = n;
+    f.r = w.r.data(), f.g = w.g.data(), f.b = w.b.data(), f.opacity = w.opacity.data();
+    if (noise && NoiseDrawCount(s) == 3) {
+        f.ur = w.ur.data(), f.ug = w.ug.data(), f.ub = w.ub.data();
+        f.noiseR = s.noiseAmount;
+        f.noiseG = f.noiseR * 1.1;
+    }
+    if (paper && s.bump) f.bump = w.bump.data();
+    if (paper && s.dry) f.dry = w.dry.data();
+    f.oldR = s.r + rowAt, f.oldG = s.g + rowAt, f.oldB = s.b + rowAt;
+    if ((Steps & DpAlpha) && s.alphaOff != 255) f.alpha = s.a + rowAt;
+    f.alphaOff = s.alphaOff;
+    f.outR = out[0], f.outG = out[1], f.outB = out[2];
+    plan.finish(f);
 }
 }  // namespace detail
 

@@ -1,7 +1,8 @@
 // The row kernel of the fill against the single-pixel kernel: the same pixels
 // and the same kept values for every style, mode, noise, paper and alpha
 // setting at the opacities where rounding turns, over spans that start and
-// end at every kind of column (vector blocks and their remainders).
+// end at every kind of column (vector blocks and their remainders), with the
+// finishing steps in their plain form and in the AVX2 form.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -60,7 +61,8 @@ double Draw(int x, int y, int k) { return ((x * 7 + y * 13 + k * 5) % 16) / 16.0
 // Runs the span x0..x1 of every row through DeliverRow (in place on copies of
 // the planes) and through DeliverPixelIn pixel by pixel; compares pixels and state.
 template <unsigned Steps>
-void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1, const std::string& name) {
+void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1, const std::string& name,
+                           kwfill::FinishRowFn finish = nullptr) {
     const uint32_t colour = 0x2A80D5;
     const int X1 = 2, Y1 = 0, X2 = W - 3, Y2 = H - 1;
     const DeliverState start{9, 99, 199, 3.0f, 7, 8};
@@ -79,7 +81,8 @@ void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1
     // The row kernel, writing over the planes it reads.
     Bytes got[3] = {scene.r, scene.g, scene.b};
     s.r = got[0].data(), s.g = got[1].data(), s.b = got[2].data();
-    const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, X1, X2, x0, x1);
+    kwfill::FillPlan plan = kwfill::PlanFill(s, colour, X1, X2, x0, x1);
+    if (finish) plan.finish = finish;
     DeliverState gotState = start;
     std::vector<double> draws;
     for (int y = 0; y < H; ++y) {
@@ -131,6 +134,9 @@ TEST(DeliverRows, EveryStyleModeNoisePaperAndAlphaGiveThePixelsOfTheSingleKernel
                                 name << "style " << int(style) << " mode " << mode << " opacity " << opacity
                                      << " alphaOff " << int(alphaOff) << " paper " << paper[0] << paper[1]
                                      << paper[2] << " noise " << noise << " span " << span[0] << ".." << span[1];
+                                // The finishing steps in their plain form and in the form chosen here.
+                                ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str(),
+                                                                     kwfill::FinishRowScalar);
                                 ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str());
                                 if (::testing::Test::HasFatalFailure()) return;
                             }
@@ -166,6 +172,14 @@ TEST(DeliverRows, APlainColourIsPlannedAsOneTablePerChannel) {
     plan = kwfill::PlanFill(s, 0x102030, 0, W - 1, 0, W);
     EXPECT_FALSE(plan.flat);
     EXPECT_EQ(plan.lut[0][200], (0x30 * 128 + 200 * 127) / 255);
+    // In range the AVX2 finishing steps are chosen where the processor has them;
+    // a paper that could push the opacity past 255 keeps the plain form.
+    EXPECT_EQ(plan.finish, kwfill::HaveAvx2Finish() ? kwfill::FinishRowAvx2 : kwfill::FinishRowScalar);
+    s.dry = true;
+    s.strength = -1.0f;
+    EXPECT_EQ(kwfill::PlanFill(s, 0x102030, 0, W - 1, 0, W).finish, kwfill::FinishRowScalar);
+    s.dry = false;
+    s.strength = 1.0f;
     // Noise, paper or a gradient need the pixel's own values.
     s.noiseAmount = 10;
     EXPECT_FALSE(kwfill::PlanFill(s, 0x102030, 0, W - 1, 0, W).byTable);
