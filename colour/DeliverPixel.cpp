@@ -135,7 +135,7 @@ void Buffer_Fill_Click() {
 namespace {
 // The picture row by row through the row kernel. The noise draws of a row are
 // taken from the shared generator before the row, in the order the
-// single-pixel kernel takes them.
+// single-pixel kernel takes them (a whole row of draws at once).
 template <unsigned Steps>
 void FillRows(const kwfill::DeliverSettings& s, kwfill::DeliverState& state, uint32_t colour, int W, int H) {
     const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, 0, W - 1, 0, W);
@@ -143,7 +143,7 @@ void FillRows(const kwfill::DeliverSettings& s, kwfill::DeliverState& state, uin
     std::vector<double> draws(static_cast<size_t>(W) * static_cast<size_t>(per));
     kwfill::DeliverState st = state;
     for (int y = 0; y < H; ++y) {
-        for (double& d : draws) d = vb::Rnd();
+        vb::RndRow(draws.data(), draws.size());
         kwfill::DeliverRow<Steps>(s, plan, st, draws.data(), colour, y, 0, 0, W - 1, H - 1, BufR.row(y), BufG.row(y),
                                   BufB.row(y));
     }
