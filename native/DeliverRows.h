@@ -329,10 +329,19 @@ inline void NoiseRow(const DeliverSettings& s, const FillPlan& plan, const doubl
 template <unsigned Steps>
 inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, uint32_t colour, int y,
                        int n, int Y1, int Y2, uint8_t* out[3]) {
+    using kwmode::FillStyle;
     const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(plan.x0);
-    StyleRow<Steps>(s, plan, colour, y, n, Y1, Y2);
-    ModeRow<Steps>(s, plan, rowAt, n);
     const bool noise = (Steps & DpNoise) && NoiseDrawCount(s) > 0;
+    const bool mode = (Steps & DpMode) && (s.table || s.mode == kwmode::FillMode::Rubthrough);
+    const FillStyle style = (Steps & DpStyle) ? s.style : FillStyle::Colour;
+    // A gradient across that nothing before the finishing steps changes is read
+    // from the plan's column rows themselves.
+    const bool columns = (style == FillStyle::Horizontal || style == FillStyle::FitHorizontal) && !mode &&
+                         !(noise && NoiseDrawCount(s) == 1);
+    if (!columns) {
+        StyleRow<Steps>(s, plan, colour, y, n, Y1, Y2);
+        ModeRow<Steps>(s, plan, rowAt, n);
+    }
     if (noise) NoiseRow(s, plan, draws, n);
     const bool paper = (Steps & DpPaper) && s.paperW > 0 && (s.bump || s.dry);
     if (paper) PaperRow(s, plan, y, n);
@@ -340,6 +349,10 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const dou
     FinishRowArgs f;
     f.n = n;
     f.r = w.r.data(), f.g = w.g.data(), f.b = w.b.data(), f.opacity = w.opacity.data();
+    if (columns) {
+        f.r = plan.columnR.data(), f.g = plan.columnG.data(), f.b = plan.columnB.data();
+        f.opacity = plan.columnOpacity.data();
+    }
     if (noise && NoiseDrawCount(s) == 3) {
         f.ur = w.ur.data(), f.ug = w.ug.data(), f.ub = w.ub.data();
         f.noiseR = s.noiseAmount;
