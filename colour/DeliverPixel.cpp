@@ -3,6 +3,7 @@
 #include "colour/DeliverPixel.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "colour/Gradients.h"
 #include "colour/Paper.h"
@@ -13,6 +14,7 @@
 #include "core/frame/MDIForm1.h"
 #include "core/framework/MixTables.h"
 #include "core/document/Undo.h"
+#include "native/DeliverRows.h"
 
 int16_t OpacitySaved = 0, OpacityInverse = 0;
 float OpacityFraction = 1.0f;
@@ -131,22 +133,19 @@ void Buffer_Fill_Click() {
 }
 
 namespace {
+// The picture row by row through the row kernel. The noise draws of a row are
+// taken from the shared generator before the row, in the order the
+// single-pixel kernel takes them (a whole row of draws at once).
 template <unsigned Steps>
-void FillRows(const kwfill::DeliverSettings& settings, kwfill::DeliverState& state, uint32_t colour, int W, int H) {
-    // Copies whose addresses never leave this function: the byte stores below
-    // cannot alias them, so their fields stay in registers.
-    const kwfill::DeliverSettings s = settings;
+void FillRows(const kwfill::DeliverSettings& s, kwfill::DeliverState& state, uint32_t colour, int W, int H) {
+    const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, 0, W - 1, 0, W);
+    const int per = (Steps & kwfill::DpNoise) ? kwfill::NoiseDrawCount(s) : 0;
+    std::vector<double> draws(static_cast<size_t>(W) * static_cast<size_t>(per));
     kwfill::DeliverState st = state;
     for (int y = 0; y < H; ++y) {
-        uint8_t* r = BufR.row(y);
-        uint8_t* g = BufG.row(y);
-        uint8_t* b = BufB.row(y);
-        for (int x = 0; x < W; ++x) {
-            uint32_t v = DeliverPixel<Steps>(s, st, colour, x, y, 0, 0, W - 1, H - 1);
-            r[x] = static_cast<uint8_t>(v);
-            g[x] = static_cast<uint8_t>(v >> 8);
-            b[x] = static_cast<uint8_t>(v >> 16);
-        }
+        vb::RndRow(draws.data(), draws.size());
+        kwfill::DeliverRow<Steps>(s, plan, st, draws.data(), colour, y, 0, 0, W - 1, H - 1, BufR.row(y), BufG.row(y),
+                                  BufB.row(y));
     }
     state = st;
 }
@@ -155,9 +154,11 @@ void FillRows(const kwfill::DeliverSettings& settings, kwfill::DeliverState& sta
 void DeliverFill(uint32_t colour) {
     if (!DocumentExists()) return;
     const int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
+    if (W <= 0 || H <= 0) return;
     DeliverRun run = DeliverBegin();
-    // The plain fill of one colour is compiled without the steps it cannot need.
-    if (kwfill::DeliverSteps(run.settings) == 0) FillRows<0>(run.settings, run.state, colour, W, H);
+    // A fill without alpha is compiled without the test of the alpha plane.
+    if ((kwfill::DeliverSteps(run.settings) & kwfill::DpAlpha) == 0)
+        FillRows<kwfill::DpAll & ~kwfill::DpAlpha>(run.settings, run.state, colour, W, H);
     else FillRows<kwfill::DpAll>(run.settings, run.state, colour, W, H);
     DeliverEnd(run.state);
 }

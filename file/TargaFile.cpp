@@ -32,24 +32,39 @@ bool ReadWholeFile(const std::string& path, std::vector<uint8_t>& bytes) {
     return true;
 }
 
-bool WriteOverFile(const std::string& path, const uint8_t* bytes, size_t size) {
-    int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
-    if (fd < 0) return false;
-    const uint8_t* p = bytes;
-    size_t left = size;
-    bool ok = true;
-    while (left > 0) {
-        ssize_t n = ::write(fd, p, left);
+namespace {
+// Writes all of bytes to fd, going on after interruptions.
+bool WriteAll(int fd, const uint8_t* bytes, size_t size) {
+    while (size > 0) {
+        ssize_t n = ::write(fd, bytes, size);
         if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) {
-            ok = false;
-            break;
-        }
-        p += n;
-        left -= static_cast<size_t>(n);
+        if (n <= 0) return false;
+        bytes += n;
+        size -= static_cast<size_t>(n);
     }
-    if (::close(fd) != 0) ok = false;
-    return ok;
+    return true;
+}
+
+// A file opened for writing over its start, without truncating it.
+struct OverFile {
+    int fd;
+    explicit OverFile(const std::string& path) : fd(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666)) {}
+    bool close() {
+        const bool ok = fd >= 0 && ::close(fd) == 0;
+        fd = -1;
+        return ok;
+    }
+    ~OverFile() {
+        if (fd >= 0) ::close(fd);
+    }
+};
+}  // namespace
+
+bool WriteOverFile(const std::string& path, const uint8_t* bytes, size_t size) {
+    OverFile f(path);
+    if (f.fd < 0) return false;
+    const bool ok = WriteAll(f.fd, bytes, size);
+    return f.close() && ok;
 }
 
 TargaLoadResult LoadTargaFile(const std::string& path, const TargaPlanes& planes,
@@ -117,9 +132,14 @@ bool SaveTarga(const std::string& TargaFilename, uint8_t TargaFlags) {
     img.Height = H;
     img.Flags = TargaFlags;
     img.ImageType = TargaSaveType == 3 ? 3 : TargaSaveType == 4 ? 1 : 2;
-    TargaBytes bytes = EncodeTarga(img, BarProgress, nullptr);
-    TargaHeader = ParseTargaHeader(bytes.data(), bytes.size());
-    if (!WriteOverFile(TargaFilename, bytes.data(), bytes.size())) {
+    TargaHeader = TargaHeaderFor(img);
+    // The rows go to the file as they are encoded, through the encoder's reused buffer.
+    OverFile f(TargaFilename);
+    bool ok = f.fd >= 0 && EncodeTargaTo(
+                               img, [&](const uint8_t* bytes, size_t n) { return WriteAll(f.fd, bytes, n); },
+                               BarProgress, nullptr);
+    ok = f.close() && ok;
+    if (!ok) {
         Kelpwick_MsgBox("An error has occurred while saving.\n" + TargaFilename + " could not be written.");
         return false;
     }

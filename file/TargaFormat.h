@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -103,3 +104,11 @@ using TargaBytes = std::vector<uint8_t, UninitialisedAllocator<uint8_t>>;
 // The header, the 768-byte map of a colour-mapped file, then the rows bottom
 // row first. Progress is reported on rows whose number is a multiple of ten.
 TargaBytes EncodeTarga(const TargaImage& img, TargaProgress progress = nullptr, void* context = nullptr);
+// The same bytes handed to sink piece by piece in file order (the header and
+// map first, then groups of rows from a buffer that is reused); a sink that
+// returns false stops the encoding, and the result is false.
+using TargaSink = std::function<bool(const uint8_t* bytes, size_t size)>;
+bool EncodeTargaTo(const TargaImage& img, const TargaSink& sink, TargaProgress progress = nullptr,
+                   void* context = nullptr);
+// The header a writer puts before the pixels of img.
+TargaFileHeader TargaHeaderFor(const TargaImage& img);

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "file/TargaFormat.h"
+#include "native/TargaRows.h"
 
 namespace {
 
@@ -95,7 +96,8 @@ bool DecodeTrueColour(const TargaFileHeader& h, const uint8_t* data, size_t avai
         uint8_t *R = t.R->row(y), *G = t.G->row(y), *B = t.B->row(y);
         const bool whole = start + rowBytes <= have && (W == 0 || start + rowBytes - static_cast<size_t>(p) + reads <= have);
         if (whole && p == 3) {
-            TrueColourRow<3>(data + start, W, R, G, B, nullptr);
+            static const kwtarga::SplitRowFn split = kwtarga::SplitBgrRow();
+            split(data + start, W, R, G, B);
         } else if (whole && p == 4) {
             TrueColourRow<4>(data + start, W, R, G, B, t.A->row(y));
         } else {

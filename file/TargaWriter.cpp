@@ -1,51 +1,79 @@
 // The Targa encoder: header, optional 768-byte map, rows bottom row first.
-// Never compressed; the descriptor stays 0, also for 32 bits.
+// Never compressed; the descriptor stays 0, also for 32 bits. The rows pass
+// through one buffer of a few hundred kilobytes, kept from save to save, so a
+// save touches no fresh memory and the bytes are still in cache when written.
 #include <algorithm>
 #include <cstring>
 
 #include "file/TargaFormat.h"
+#include "native/TargaRows.h"
 
 namespace {
 
-template <int P>
-void TrueColourRow(uint8_t* out, int W, const uint8_t* r, const uint8_t* g, const uint8_t* b, const uint8_t* a) {
-    for (int x = 0; x < W; ++x, out += P) {
+constexpr size_t ChunkBytes = 256 * 1024;
+
+void AlphaRow(uint8_t* out, int W, const uint8_t* r, const uint8_t* g, const uint8_t* b, const uint8_t* a) {
+    for (int x = 0; x < W; ++x, out += 4) {
         out[0] = b[x];
         out[1] = g[x];
         out[2] = r[x];
-        if constexpr (P == 4) out[3] = a[x];
+        out[3] = a[x];
+    }
+}
+
+int BytesPerPixel(const TargaImage& img) {
+    if (img.Flags & 2) return 1;
+    return (img.Flags & 1) ? 4 : 3;
+}
+
+// One output row from buffer row y.
+void EncodeRow(const TargaImage& img, int y, int p, uint8_t* dst) {
+    const int W = std::max(img.Width, 0);
+    const size_t rowBytes = static_cast<size_t>(W) * static_cast<size_t>(p);
+    const uint8_t *r = img.R->row(y), *g = img.G->row(y), *b = img.B->row(y);
+    if (img.Flags & 4) {
+        // Colour-mapped: the index from the plane, in the first byte of each pixel.
+        const uint8_t* idx = img.Index ? img.Index->row(y) : nullptr;
+        if (p > 1) std::memset(dst, 0, rowBytes);
+        for (int x = 0; x < W; ++x) dst[static_cast<size_t>(x) * p] = idx ? idx[x] : 0;
+    } else if (img.Flags & 2) {
+        for (int x = 0; x < W; ++x) dst[x] = static_cast<uint8_t>((g[x] + r[x] + b[x]) / 3);
+    } else if (p == 4) {
+        AlphaRow(dst, W, r, g, b, img.A->row(y));
+    } else {
+        static const kwtarga::JoinRowFn join = kwtarga::JoinBgrRow();
+        join(dst, W, r, g, b);
     }
 }
 
 }  // namespace
 
-TargaBytes EncodeTarga(const TargaImage& img, TargaProgress progress, void* context) {
-    const int W = std::max(img.Width, 0), H = std::max(img.Height, 0);
-    int p = 3;
-    if (img.Flags & 1) p = 4;
-    if (img.Flags & 2) p = 1;
-    const bool mapped = img.ImageType == 1;
-
+TargaFileHeader TargaHeaderFor(const TargaImage& img) {
+    const int p = BytesPerPixel(img);
     TargaFileHeader h;
     h.ImageType = img.ImageType;
     h.ColorMapEntrySize = static_cast<uint8_t>(p * 8);
-    if (mapped) {
+    if (img.ImageType == 1) {
         h.ColorMapType = 1;
         h.ColorMapLength = 256;
         h.ColorMapEntrySize = 24;
     }
-    h.ImageWidth = static_cast<int16_t>(W);
-    h.ImageHeight = static_cast<int16_t>(H);
+    h.ImageWidth = static_cast<int16_t>(std::max(img.Width, 0));
+    h.ImageHeight = static_cast<int16_t>(std::max(img.Height, 0));
     h.PixelDepth = static_cast<uint8_t>(p * 8);
+    return h;
+}
 
-    const size_t rowBytes = static_cast<size_t>(W) * static_cast<size_t>(p);
-    const size_t mapBytes = mapped ? 768 : 0;
-    TargaBytes out(TargaHeaderSize + mapBytes + rowBytes * static_cast<size_t>(H));
-    auto header = PackTargaHeader(h);
-    std::memcpy(out.data(), header.data(), header.size());
-    if (mapped) std::memset(out.data() + TargaHeaderSize, 0, mapBytes);
+bool EncodeTargaTo(const TargaImage& img, const TargaSink& sink, TargaProgress progress, void* context) {
+    const int W = std::max(img.Width, 0), H = std::max(img.Height, 0);
+    const int p = BytesPerPixel(img);
+    const bool mapped = img.ImageType == 1;
+    // The header and the map.
+    uint8_t head[TargaHeaderSize + 768] = {};
+    const auto header = PackTargaHeader(TargaHeaderFor(img));
+    std::memcpy(head, header.data(), header.size());
     if (mapped && img.Palette) {
-        uint8_t* m = out.data() + TargaHeaderSize;
+        uint8_t* m = head + TargaHeaderSize;
         for (int i = 0; i < 256; ++i) {
             const uint32_t c = img.Palette[i];
             m[3 * i] = static_cast<uint8_t>((c >> 16) & 255);
@@ -53,24 +81,36 @@ TargaBytes EncodeTarga(const TargaImage& img, TargaProgress progress, void* cont
             m[3 * i + 2] = static_cast<uint8_t>(c & 255);
         }
     }
-
-    uint8_t* rows = out.data() + TargaHeaderSize + mapBytes;
-    for (int y = H - 1, o = 0; y >= 0; --y, ++o) {
-        uint8_t* dst = rows + static_cast<size_t>(o) * rowBytes;
-        const uint8_t *r = img.R->row(y), *g = img.G->row(y), *b = img.B->row(y);
-        if (img.Flags & 4) {
-            // Colour-mapped: the index from the plane, in the first byte of each pixel.
-            const uint8_t* idx = img.Index ? img.Index->row(y) : nullptr;
-            if (p > 1) std::memset(dst, 0, rowBytes);
-            for (int x = 0; x < W; ++x) dst[static_cast<size_t>(x) * p] = idx ? idx[x] : 0;
-        } else if (img.Flags & 2) {
-            for (int x = 0; x < W; ++x) dst[x] = static_cast<uint8_t>((g[x] + r[x] + b[x]) / 3);
-        } else if (p == 4) {
-            TrueColourRow<4>(dst, W, r, g, b, img.A->row(y));
-        } else {
-            TrueColourRow<3>(dst, W, r, g, b, nullptr);
+    if (!sink(head, TargaHeaderSize + (mapped ? 768 : 0))) return false;
+    // The rows, as many at a time as fill the buffer (at least one).
+    const size_t rowBytes = static_cast<size_t>(W) * static_cast<size_t>(p);
+    if (rowBytes == 0) return true;
+    const int rowsPerChunk = static_cast<int>(std::max<size_t>(1, ChunkBytes / rowBytes));
+    static thread_local TargaBytes chunk;
+    chunk.resize(rowBytes * static_cast<size_t>(std::min(rowsPerChunk, H)));
+    int o = 0;
+    for (int y = H - 1; y >= 0;) {
+        int rows = 0;
+        for (; rows < rowsPerChunk && y >= 0; ++rows, --y, ++o) {
+            EncodeRow(img, y, p, chunk.data() + static_cast<size_t>(rows) * rowBytes);
+            if (progress && y % 10 == 0) progress(H > 0 ? o * 100 / H : 100, context);
         }
-        if (progress && y % 10 == 0) progress(H > 0 ? o * 100 / H : 100, context);
+        if (!sink(chunk.data(), static_cast<size_t>(rows) * rowBytes)) return false;
     }
+    return true;
+}
+
+TargaBytes EncodeTarga(const TargaImage& img, TargaProgress progress, void* context) {
+    TargaBytes out;
+    const int p = BytesPerPixel(img);
+    out.reserve(TargaHeaderSize + 768 +
+                static_cast<size_t>(std::max(img.Width, 0)) * static_cast<size_t>(p) * std::max(img.Height, 0));
+    EncodeTargaTo(
+        img,
+        [&](const uint8_t* bytes, size_t n) {
+            out.insert(out.end(), bytes, bytes + n);
+            return true;
+        },
+        progress, context);
     return out;
 }

@@ -107,6 +107,12 @@ namespace detail {
 void PackRow32Scalar(uint32_t* dest, const uint8_t* r, const uint8_t* g, const uint8_t* b, int count);
 void PackRow32Vector(uint32_t* dest, const uint8_t* r, const uint8_t* g, const uint8_t* b, int count,
                      bool streaming);
+// The AVX2 form; call it only when HaveAvx2() says the processor has it.
+void PackRow32Avx2(uint32_t* dest, const uint8_t* r, const uint8_t* g, const uint8_t* b, int count, bool streaming);
+bool HaveAvx2();
+// The converter FastRefresh32 uses: AVX2 where the processor has it, else SSE2.
+using PackRowFn = void (*)(uint32_t*, const uint8_t*, const uint8_t*, const uint8_t*, int, bool);
+PackRowFn ChosenPackRow32();
 }  // namespace detail
 
 }  // namespace kwpaint

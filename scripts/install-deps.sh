@@ -1,9 +1,14 @@
 #!/usr/bin/env bash
 # Installs the Debian packages Kelpwick needs to build, test and run, when missing.
+# With --bench, also the peers the benchmarks measure against (bench/run.sh):
+# libmypaint and OpenCV's core and imgproc (cv::merge, the filters); the tests never need them.
 set -euo pipefail
 PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev libgtest-dev libgmock-dev libbenchmark-dev
-          xvfb xauth x11-utils xdotool imagemagick python3 python3-pil libmypaint-dev
+          xvfb xauth x11-utils xdotool imagemagick python3 python3-pil
           desktop-file-utils appstream dpkg-dev)
+if [[ "${1:-}" == "--bench" ]]; then
+  PACKAGES+=(libmypaint-dev libopencv-core-dev libopencv-imgproc-dev)
+fi
 missing=()
 for p in "${PACKAGES[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -84,7 +84,7 @@ namespace {
 // Everything a new document allocates, built aside so that a failure keeps the old one.
 struct NewPlanes {
     UndoRingSet ring;
-    Plane r, g, b, a, ur, ug, ub, sr, sg, sb, marquee;
+    Plane r, g, b, a, sr, sg, sb, marquee;
 };
 
 void RestoreSizeText() {
@@ -143,7 +143,7 @@ std::vector<FirstWrite> FirstWrites(NewPlanes& n, int w, int h, uint32_t colour)
     plane(n.sr, vb::RedOf(colour));
     plane(n.sg, vb::GreenOf(colour));
     plane(n.sb, vb::BlueOf(colour));
-    for (Plane* p : {&n.ur, &n.ug, &n.ub, &n.marquee}) plane(*p, 0);
+    plane(n.marquee, 0);
     // The undo slots are zeroed as one block each: every page is taken now, not
     // in the middle of a later stroke.
     for (Plane3* p : {&n.ring.r, &n.ring.g, &n.ring.b, &n.ring.a})
@@ -169,15 +169,14 @@ bool CreateNewDocument(bool ask) {
     // document is freed only after the new one exists, so it does not count as free.
     const uint64_t plane = static_cast<uint64_t>(w + 1) * static_cast<uint64_t>(h + 1);
     const uint64_t available = AvailableMemory ? AvailableMemory() : UINT64_MAX;
-    auto need = [&](int slots) { return plane * (11 + 4 * static_cast<uint64_t>(slots)); };
+    auto need = [&](int slots) { return plane * (8 + 4 * static_cast<uint64_t>(slots)); };
     int16_t last = UndoSlotsForBudget(App.UndoMegs, w, h);
     if (need(last + 1) > available) last = 1;  // the ring keeps its two slots
     NewPlanes n;
     try {
         if (need(2) > available) throw std::bad_alloc();
         n.ring = MakeUndoRing(App.UndoMegs, w, h, last, false);
-        for (Plane* p : {&n.r, &n.g, &n.b, &n.a, &n.ur, &n.ug, &n.ub, &n.sr, &n.sg, &n.sb, &n.marquee})
-            p->alloc(w, h, false);
+        for (Plane* p : {&n.r, &n.g, &n.b, &n.a, &n.sr, &n.sg, &n.sb, &n.marquee}) p->alloc(w, h, false);
     } catch (const std::bad_alloc&) {
         bool first = !DocumentExists();
         Kelpwick_MsgBox("Not enough memory for a buffer of " + std::to_string(w) + " by " + std::to_string(h) +
@@ -196,7 +195,6 @@ bool CreateNewDocument(bool ask) {
     InstallUndoRing(std::move(n.ring));
     UndoIndex = 0;
     BufR.swap(n.r); BufG.swap(n.g); BufB.swap(n.b); BufA.swap(n.a);
-    UndoR.swap(n.ur); UndoG.swap(n.ug); UndoB.swap(n.ub);
     SwapR.swap(n.sr); SwapG.swap(n.sg); SwapB.swap(n.sb);
     MarqueePlane.swap(n.marquee);
     TempPlane.alloc(1, 1);

@@ -10,6 +10,8 @@
 
 extern Plane BufR, BufG, BufB, BufA;
 extern Plane SwapR, SwapG, SwapB;
+// The picture as of the last SaveUndo: views of that snapshot's ring slot, so
+// they are read, never written (SaveUndo alone moves them).
 extern Plane UndoR, UndoG, UndoB;
 extern Plane MarqueePlane;
 extern Plane FadeR, FadeG, FadeB;

@@ -33,21 +33,31 @@ void CopyPicture(Plane& plane, Plane3& ring, int slot, bool toRing) {
     }
 }
 
-// Copies a plane into its ring slot and into its clean copy in one pass over the
-// source: block by block, so the second copy reads from cache.
-void CopyToSlotAndClean(const Plane& src, uint8_t* slot, size_t slotBytes, Plane& clean) {
-    if (clean.ubX() != src.ubX() || clean.ubY() != src.ubY() || clean.empty()) clean.alloc(src.ubX(), src.ubY());
-    constexpr size_t Block = 32 * 1024;
-    const uint8_t* s = src.data();
-    uint8_t* c = clean.data();
-    size_t total = src.bytes();
-    slotBytes = std::min(slotBytes, total);
-    for (size_t off = 0; off < slotBytes; off += Block) {
-        size_t n = std::min(Block, slotBytes - off);
-        kwpaint::Kel_CopyMem(s + off, slot + off, n);
-        kwpaint::Kel_CopyMem(s + off, c + off, n);
+// The clean copy of a colour plane is the ring slot of the last snapshot, seen
+// as a plane: the slot holds the whole plane, so no second copy is made. Only
+// SaveUndo writes that slot again (undo keeps the present picture in the slot
+// below, and the ring always has two slots or more), so the view stays what
+// the last snapshot took. A ring whose slots do not match the plane's bounds
+// leaves a copy of the plane's own.
+void SnapshotWithCleanCopy(const Plane& src, Plane3& ring, int slot, Plane& clean) {
+    if (ring.ubX() == src.ubX() && ring.ubY() == src.ubY()) {
+        kwpaint::Kel_CopyMem(src.data(), ring.slot(slot), src.bytes());
+        clean = Plane::View(ring.slot(slot), src.ubX(), src.ubY());
+        return;
     }
-    if (total > slotBytes) kwpaint::Kel_CopyMem(s + slotBytes, c + slotBytes, total - slotBytes);
+    const size_t n = std::min(src.bytes(), ring.slotCount());
+    kwpaint::Kel_CopyMem(src.data(), ring.slot(slot), n);
+    if (clean.isView()) clean.free();
+    clean.copyFrom(src);
+}
+
+void ViewCleanCopies(int slot) {
+    auto view = [&](Plane3& ring, Plane& clean) {
+        clean = ring.empty() ? Plane() : Plane::View(ring.slot(slot), ring.ubX(), ring.ubY());
+    };
+    view(UndoRingR, UndoR);
+    view(UndoRingG, UndoG);
+    view(UndoRingB, UndoB);
 }
 
 void ApplySlotState(const UndoSlotState& s) {
@@ -87,6 +97,7 @@ void InstallUndoRing(UndoRingSet&& set) {
     UndoRingA = std::move(set.a);
     UndoStateRing = std::move(set.states);
     UndoLast = set.last;
+    ViewCleanCopies(0);
 }
 
 void GetCurrentState() {
@@ -99,11 +110,12 @@ void SaveUndo() {
     int w = std::min(BufferWidth(), BufR.ubX()), h = std::min(BufferHeight(), BufR.ubY());
     size_t n = static_cast<size_t>(w + 1) * static_cast<size_t>(h);
     UndoIndex = Below(UndoIndex);
-    // Rows 0..H-1 with their extra column go into the slot; the clean copy takes the whole plane.
-    CopyToSlotAndClean(BufR, UndoRingR.slot(UndoIndex), n, UndoR);
-    CopyToSlotAndClean(BufG, UndoRingG.slot(UndoIndex), n, UndoG);
-    CopyToSlotAndClean(BufB, UndoRingB.slot(UndoIndex), n, UndoB);
-    kwpaint::Kel_CopyMem(BufA.data(), UndoRingA.slot(UndoIndex), n);
+    // Rows 0..H-1 with their extra column go into the slot (the colour planes'
+    // last row too, which no walk restores, so the slot is the whole clean copy).
+    SnapshotWithCleanCopy(BufR, UndoRingR, UndoIndex, UndoR);
+    SnapshotWithCleanCopy(BufG, UndoRingG, UndoIndex, UndoG);
+    SnapshotWithCleanCopy(BufB, UndoRingB, UndoIndex, UndoB);
+    kwpaint::Kel_CopyMem(BufA.data(), UndoRingA.slot(UndoIndex), std::min(n, UndoRingA.slotCount()));
     GetCurrentState();
     UndoStateRing[static_cast<size_t>(UndoIndex)] = CurState;
     UndoFresh = 1;

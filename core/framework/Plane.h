@@ -18,6 +18,17 @@ public:
     Grid(const Grid&) = delete;
     Grid& operator=(const Grid&) = delete;
     Grid(Grid&& o) noexcept { *this = std::move(o); }
+    // A grid over memory that something else owns and outlives it (a slot of
+    // the undo ring): reads and writes go to that memory, nothing is freed.
+    static Grid View(T* data, int ubX, int ubY) {
+        Grid g;
+        if (!data || ubX < 0 || ubY < 0) return g;
+        g.mem_ = Memory(data, Release{false});
+        g.ubX_ = ubX;
+        g.ubY_ = ubY;
+        return g;
+    }
+    bool isView() const { return mem_ && !mem_.get_deleter().owns; }
     Grid& operator=(Grid&& o) noexcept {
         mem_ = std::move(o.mem_);
         ubX_ = std::exchange(o.ubX_, -1);
@@ -35,7 +46,7 @@ public:
         Grid g;
         if (ubX < 0 || ubY < 0) return g;
         size_t n = static_cast<size_t>(ubX + 1) * static_cast<size_t>(ubY + 1);
-        g.mem_.reset(zero ? new T[n]() : new T[n]);
+        g.mem_ = Memory(zero ? new T[n]() : new T[n], Release{true});
         g.ubX_ = ubX;
         g.ubY_ = ubY;
         return g;
@@ -75,7 +86,14 @@ public:
     }
 
 private:
-    std::unique_ptr<T[]> mem_;
+    struct Release {
+        bool owns = true;
+        void operator()(T* p) const {
+            if (owns) delete[] p;
+        }
+    };
+    using Memory = std::unique_ptr<T[], Release>;
+    Memory mem_;
     int ubX_ = -1;
     int ubY_ = -1;
 };

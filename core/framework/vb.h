@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -67,6 +68,10 @@ inline uint64_t NextRandom() {
 // 53 random bits: never reaches 1.
 inline double Rnd() { return static_cast<double>(NextRandom() >> 11) * 0x1.0p-53; }
 void Randomize(uint32_t seed);
+// count draws of Rnd into out, the same values in the same order and the same
+// state left behind; long rows are drawn in four lanes at once where the
+// processor can (vector = false keeps to one at a time).
+void RndRow(double* out, size_t count, bool vector = true);
 
 // Packed colour: red in bits 0..7, green 8..15, blue 16..23.
 constexpr uint32_t RGB(int r, int g, int b) {

@@ -1,6 +1,8 @@
 // The shared arithmetic and the mixing tables, at the values where rounding shows.
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "core/framework/MixTables.h"
 #include "core/framework/vb.h"
 
@@ -77,4 +79,33 @@ TEST(MixTables, EndsAndRoundingOfEachTable) {
     EXPECT_EQ(MixAt(MixAroundGrey, 0, 0), 0);
     EXPECT_EQ(MixAt(MixAroundGrey, 255, 255), 255);
     EXPECT_EQ(MixAt(MixAroundGrey, 200, 100), 173);
+}
+
+// A row of draws gives the draws one at a time would, in order, and leaves the
+// generator where they would: short rows, rows just past the size where four
+// lanes start, and rows of a wide picture's three draws a pixel.
+TEST(Numbers, RowsOfDrawsAreTheSingleDrawsInOrder) {
+    for (bool vector : {false, true})
+        for (size_t count : {size_t{0}, size_t{1}, size_t{255}, size_t{256}, size_t{257}, size_t{258}, size_t{259},
+                             size_t{1000}, size_t{12003}}) {
+            vb::Randomize(99);
+            std::vector<double> want(count);
+            for (double& d : want) d = vb::Rnd();
+            const double next = vb::Rnd();
+            vb::Randomize(99);
+            std::vector<double> got(count, -1.0);
+            vb::RndRow(got.data(), count, vector);
+            ASSERT_EQ(got, want) << "count " << count << " vector " << vector;
+            EXPECT_EQ(vb::Rnd(), next) << "count " << count;
+            // A second row goes on from where the first left off.
+            vb::Randomize(5);
+            for (double& d : want) d = vb::Rnd();
+            std::vector<double> second(count);
+            for (double& d : second) d = vb::Rnd();
+            vb::Randomize(5);
+            vb::RndRow(got.data(), count, vector);
+            std::vector<double> got2(count);
+            vb::RndRow(got2.data(), count, vector);
+            ASSERT_EQ(got2, second) << "count " << count;
+        }
 }

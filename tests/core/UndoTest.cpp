@@ -130,3 +130,76 @@ TEST_F(UndoTest, SnapshotKeepsTheCleanCopyAndState) {
     Redo();
     EXPECT_EQ(UndoDirection, -1);
 }
+
+// Every pixel of the picture and its extra column different, so a shifted or
+// short copy shows.
+static void Pattern(int seed) {
+    for (int y = 0; y <= BufR.ubY(); ++y)
+        for (int x = 0; x <= BufR.ubX(); ++x) {
+            BufR(x, y) = static_cast<uint8_t>(x * 7 + y * 3 + seed);
+            BufG(x, y) = static_cast<uint8_t>(x + y * 11 + seed);
+            BufB(x, y) = static_cast<uint8_t>(x * y + seed);
+            BufA(x, y) = static_cast<uint8_t>(x ^ (y + seed));
+        }
+}
+
+TEST_F(UndoTest, RoundTripsRestoreEveryPixelOnWidthsInAndOutOfStepWithTheVectors) {
+    // 63 + 1 = 64 bytes a row, 64 + 1 = 65; a tall plane passes the size where copies stream.
+    const int sizes[][2] = {{63, 5}, {64, 7}, {1, 1}, {15, 3}, {1023, 1100}};
+    for (const auto& size : sizes) {
+        SCOPED_TRACE(std::to_string(size[0]) + " x " + std::to_string(size[1]));
+        MakeTestDocument(size[0], size[1]);
+        Pattern(1);
+        Plane r, a;
+        r.copyFrom(BufR);
+        a.copyFrom(BufA);
+        SaveUndo();
+        const uint8_t lastExtra = BufR(size[0], size[1] - 1);
+        Pattern(50);
+        BufR(size[0], size[1] - 1) = static_cast<uint8_t>(lastExtra + 1);
+        RepaintUndo();
+        for (int y = 0; y < size[1]; ++y)
+            for (int x = 0; x <= size[0]; ++x) {
+                // The last extra-column byte of the last row is the one undo leaves alone.
+                const bool kept = x == size[0] && y == size[1] - 1;
+                ASSERT_EQ(BufR(x, y), kept ? static_cast<uint8_t>(lastExtra + 1) : r(x, y)) << x << "," << y;
+                if (!kept) {
+                    ASSERT_EQ(BufA(x, y), a(x, y)) << x << "," << y;
+                }
+            }
+        Redo();
+        for (int y = 0; y < size[1]; ++y)
+            for (int x = 0; x < size[0]; ++x) ASSERT_EQ(BufG(x, y), static_cast<uint8_t>(x + y * 11 + 50));
+    }
+}
+
+TEST_F(UndoTest, CleanCopyIsTheLastSnapshotThroughUndoRedoAndANewDocument) {
+    MakeTestDocument(9, 4);
+    EXPECT_EQ(UndoR.ubX(), 9);
+    EXPECT_EQ(UndoR.ubY(), 4);
+    Stamp(10);
+    SaveUndo();
+    Stamp(20);
+    SaveUndo();
+    Stamp(30);
+    // Walking the ring changes the picture, never the clean copy.
+    RepaintUndo();
+    EXPECT_EQ(BufR(3, 3), 20);
+    RepaintUndo();
+    EXPECT_EQ(BufR(3, 3), 10);
+    Redo();
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 9; ++x) {
+            ASSERT_EQ(UndoR(x, y), 20);
+            ASSERT_EQ(UndoG(x, y), 21);
+            ASSERT_EQ(UndoB(x, y), 22);
+        }
+    // The next snapshot moves it; a new document starts it empty at its size.
+    Stamp(40);
+    SaveUndo();
+    EXPECT_EQ(UndoB(8, 3), 42);
+    MakeTestDocument(5, 6);
+    EXPECT_EQ(UndoR.ubX(), 5);
+    EXPECT_EQ(UndoR.ubY(), 6);
+    EXPECT_EQ(UndoR(4, 5), 0);
+}

@@ -84,3 +84,48 @@ TEST(TargaDecode, OddHeadersAndDamagedData) {
         for (Px e : c.expect) EXPECT_EQ(p[e.channel](e.x, e.y), e.value) << e.x << "," << e.y << " in " << e.channel;
     }
 }
+
+// A picture whose rows fill the encoder's buffer several times over, with a
+// remainder: the bytes handed out piece by piece are the whole file, rows
+// bottom first, and a sink that refuses stops the encoding.
+TEST(TargaEncode, RowsGoOutInPiecesThatMakeTheWholeFile) {
+    const int W = 1001, H = 300;  // 3003 bytes a row
+    Plane r, g, b, a;
+    for (Plane* p : {&r, &g, &b, &a}) p->alloc(W, H);
+    for (int y = 0; y < H; ++y)
+        for (int x = 0; x < W; ++x) {
+            r(x, y) = static_cast<uint8_t>(x + y);
+            g(x, y) = static_cast<uint8_t>(x * 3);
+            b(x, y) = static_cast<uint8_t>(y * 5 + 1);
+            a(x, y) = static_cast<uint8_t>(x ^ y);
+        }
+    for (uint8_t flags : {0, 1}) {
+        const int p = flags ? 4 : 3;
+        TargaImage img{&r, &g, &b, &a, nullptr, nullptr, W, H, flags, 2};
+        Bytes whole;
+        int pieces = 0;
+        ASSERT_TRUE(EncodeTargaTo(img, [&](const uint8_t* bytes, size_t n) {
+            whole.insert(whole.end(), bytes, bytes + n);
+            ++pieces;
+            return true;
+        }));
+        EXPECT_GT(pieces, 3);
+        ASSERT_EQ(whole.size(), TargaHeaderSize + static_cast<size_t>(W) * H * p);
+        EXPECT_EQ(ParseTargaHeader(whole.data(), whole.size()).PixelDepth, p * 8);
+        const TargaBytes encoded = EncodeTarga(img);
+        EXPECT_TRUE(std::equal(whole.begin(), whole.end(), encoded.begin(), encoded.end()));
+        for (int y : {0, 1, H / 2, H - 1})
+            for (int x : {0, 15, 16, W - 1}) {
+                const size_t at = TargaHeaderSize + (static_cast<size_t>(H - 1 - y) * W + x) * p;
+                ASSERT_EQ(whole[at], b(x, y)) << x << "," << y;
+                ASSERT_EQ(whole[at + 1], g(x, y));
+                ASSERT_EQ(whole[at + 2], r(x, y));
+                if (p == 4) {
+                    ASSERT_EQ(whole[at + 3], a(x, y));
+                }
+            }
+        int calls = 0;
+        EXPECT_FALSE(EncodeTargaTo(img, [&](const uint8_t*, size_t) { return ++calls < 2; }));
+        EXPECT_EQ(calls, 2);
+    }
+}

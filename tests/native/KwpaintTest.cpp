@@ -228,21 +228,26 @@ TEST(Kernels, LargeRefreshIntoMisalignedDestMatchesReference) {
     EXPECT_EQ(storage.back(), kSentinel32);
 }
 
-TEST(Kernels, PackRowVectorFormMatchesPlainFormAtEveryAlignmentAndLength) {
+TEST(Kernels, PackRowVectorFormsMatchPlainFormAtEveryAlignmentAndLength) {
     std::mt19937 rng(4);
     std::vector<uint8_t> c(3 * 96);
     for (auto& v : c) v = uint8_t(rng());
+    // SSE2 always; AVX2 where this processor has it (the refresh then chooses it).
+    std::vector<kwpaint::detail::PackRowFn> forms = {kwpaint::detail::PackRow32Vector};
+    if (kwpaint::detail::HaveAvx2()) forms.push_back(kwpaint::detail::PackRow32Avx2);
+    EXPECT_EQ(kwpaint::detail::ChosenPackRow32(), forms.back());
+    for (auto form : forms)
     for (bool streaming : {false, true})
-        for (int destOffset = 0; destOffset < 4; ++destOffset)
+        for (int destOffset = 0; destOffset < 8; ++destOffset)
             for (int srcOffset = 0; srcOffset < 3; ++srcOffset)
                 for (int count = 0; count <= 70; ++count) {
                     SCOPED_TRACE(std::to_string(streaming) + " " + std::to_string(destOffset) + " " +
                                  std::to_string(srcOffset) + " " + std::to_string(count));
-                    alignas(16) uint32_t vec[80], plain[80];
+                    alignas(32) uint32_t vec[80], plain[80];
                     std::fill(std::begin(vec), std::end(vec), kSentinel32);
                     std::fill(std::begin(plain), std::end(plain), kSentinel32);
                     const uint8_t *r = c.data() + srcOffset, *g = r + 96, *b = g + 96;
-                    kwpaint::detail::PackRow32Vector(vec + destOffset, r, g, b, count, streaming);
+                    form(vec + destOffset, r, g, b, count, streaming);
                     kwpaint::detail::PackRow32Scalar(plain + destOffset, r, g, b, count);
                     ASSERT_TRUE(std::equal(std::begin(vec), std::end(vec), std::begin(plain)));
                     for (int i = 0; i < count; ++i) ASSERT_EQ(plain[destOffset + i], Ref32(r[i], g[i], b[i]));
@@ -292,6 +297,28 @@ TEST(Kernels, CopyMemCopiesExactlyTheCountAndNothingElse) {
     EXPECT_TRUE(std::equal(src.begin() + 2, src.begin() + 35, dst.begin() + 1));
     EXPECT_EQ(dst[34], kSentinel8);
     kwpaint::Kel_CopyMem(nullptr, nullptr, 0);  // a zero count must not touch either pointer
+}
+
+TEST(Kernels, CopyMemOfAWholePlaneStreamsTheSameBytesAtEveryAlignment) {
+    // Past the size where the copy streams: heads and tails of every length.
+    const size_t big = (size_t{1} << 20) + 77;
+    std::vector<uint8_t> src(big + 32), dst(big + 48);
+    for (size_t i = 0; i < src.size(); ++i) src[i] = uint8_t(i * 13 + (i >> 9));
+    for (size_t srcOffset : {0, 3}) {
+        for (size_t dstOffset = 0; dstOffset < 17; dstOffset += 5) {
+            for (size_t count : {big, big - 63, big - 1}) {
+                std::fill(dst.begin(), dst.end(), kSentinel8);
+                kwpaint::Kel_CopyMem(src.data() + srcOffset, dst.data() + dstOffset, count);
+                ASSERT_TRUE(std::equal(dst.begin() + dstOffset, dst.begin() + dstOffset + count,
+                                       src.begin() + srcOffset))
+                    << srcOffset << " " << dstOffset << " " << count;
+                ASSERT_EQ(dst[dstOffset + count], kSentinel8);
+                if (dstOffset > 0) {
+                    ASSERT_EQ(dst[dstOffset - 1], kSentinel8);
+                }
+            }
+        }
+    }
 }
 
 }  // namespace

@@ -1,0 +1,401 @@
+// The fill pipeline a row at a time: the same pixels as DeliverPixelIn, with
+// what does not change along a row or down a column worked out once.
+//
+// Conventions:
+//
+//  * A FillPlan is made once per fill for its settings, box and column span
+//    (PlanFill); DeliverRow then writes columns x0..x1 - 1 of one row.
+//  * A plain colour (no style, noise or paper, and a table mode or none) makes
+//    each channel's result a function of the old value alone: the plan holds
+//    that function as a 256-entry table per channel, and at opacity 255 with
+//    no table the row is one value per channel.
+//  * The gradients keep their position per column (across), per row (down) or
+//    both halves of the ellipse's sum; the paper keeps its row and walks its
+//    column without a division. Brush styles go through the single-pixel
+//    kernel.
+//  * Noise draws come in as one array for the row, NoiseDrawCount of them per
+//    pixel in pixel order, exactly as the single-pixel kernel takes them.
+//  * The last pixel of every row goes through the single-pixel kernel itself,
+//    so that the kept values (DeliverState) end exactly as it leaves them.
+//  * The output rows may be the picture rows the settings read (in place).
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "native/Deliver.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace kwfill {
+
+// What the finishing steps of a row read: the colour after style, mode and
+// one-draw noise, the opacity before paper, and the optional steps' inputs
+// (null when the step is off).
+struct FinishRowArgs {
+    int n = 0;
+    const int32_t *r = nullptr, *g = nullptr, *b = nullptr, *opacity = nullptr;
+    const double *ur = nullptr, *ug = nullptr, *ub = nullptr;  // a draw per channel
+    double noiseR = 0, noiseG = 0;                              // the amount for red and blue, for green
+    const float* bump = nullptr;  // the paper's slope times 255
+    const float* dry = nullptr;   // what the paper's height takes off the opacity
+    const uint8_t *oldR = nullptr, *oldG = nullptr, *oldB = nullptr;
+    const uint8_t* alpha = nullptr;  // null: every pixel lands whole
+    uint8_t alphaOff = 255;
+    uint8_t *outR = nullptr, *outG = nullptr, *outB = nullptr;
+};
+using FinishRowFn = void (*)(const FinishRowArgs&);
+// The plain form, and an AVX2 form for opacities that stay within 0..255
+// (call it only when HaveAvx2Finish() says so); both give the same bytes.
+void FinishRowScalar(const FinishRowArgs& f);
+void FinishRowAvx2(const FinishRowArgs& f);
+bool HaveAvx2Finish();
+
+// Rows a plan's loop writes and reads again, one entry per column.
+struct RowScratch {
+    std::vector<int32_t> r, g, b, opacity;
+    std::vector<double> ur, ug, ub;
+    std::vector<float> bump, dry;
+};
+
+struct FillPlan {
+    int x0 = 0, x1 = 0;  // the columns a row covers
+    // A plain colour: the result of each channel by its old value.
+    bool byTable = false;
+    bool flat = false;     // every old value gives the same result: flatValue
+    bool blend = false;    // the tables are (colour * opacity + old * (255 - opacity)) / 255
+    uint8_t flatValue[3] = {0, 0, 0};
+    uint8_t colourValue[3] = {0, 0, 0};
+    int opacity = 255;
+    uint8_t lut[3][256] = {};
+    // The gradients: the opacity each gradient alpha gives, and the positions.
+    int opacityOfGa[256] = {};
+    std::vector<int32_t> columnR, columnG, columnB, columnOpacity;  // across: each column's step of the gradient
+    std::vector<float> columnOffset;  // ellipse: the scaled distance of each column from the centre
+    // Drybrush: what the paper's height takes off the opacity, by the height byte.
+    float dryTerm[256] = {};
+    // The finishing steps: AVX2 where the processor has it and the opacity
+    // cannot leave 0..255, the plain form otherwise.
+    FinishRowFn finish = FinishRowScalar;
+    mutable RowScratch scratch;
+};
+
+namespace detail {
+// The table step of a position along a gradient, held to the table.
+inline int GradientStep(float t) {
+    const int p = RoundF(t);
+    return p < 0 ? 0 : (p > 255 ? 255 : p);
+}
+inline float SpanOrFloor(int span, float floor) {
+    const float v = static_cast<float>(span);
+    return v <= 0 ? floor : v;
+}
+inline float EllipseScale(int span) {
+    const float v = static_cast<float>(span);
+    return 255.0f / (v == 0 ? 1.0f : v);
+}
+inline float EllipseOffset(int at, int lo, int hi) {
+    const float half = static_cast<float>(hi - lo) / 2;
+    return (static_cast<float>(at - lo) - half) * EllipseScale(hi - lo);
+}
+
+inline void PlanPlainColour(const DeliverSettings& s, uint32_t colour, FillPlan& plan) {
+    const int c[3] = {static_cast<int>(colour & 255), static_cast<int>((colour >> 8) & 255),
+                      static_cast<int>((colour >> 16) & 255)};
+    const unsigned op = static_cast<unsigned>(s.opacity < 0 ? 0 : s.opacity);
+    for (int k = 0; k < 3; ++k) {
+        plan.colourValue[k] = static_cast<uint8_t>(c[k]);
+        for (unsigned old = 0; old < 256; ++old) {
+            unsigned paint = static_cast<unsigned>(c[k]);
+            if (s.table) paint = s.tableSwapped ? s.table[old + 256 * paint] : s.table[paint + 256 * old];
+            plan.lut[k][old] = static_cast<uint8_t>((paint * op + old * (255 - op)) / 255);
+        }
+    }
+    plan.opacity = static_cast<int>(op);
+    plan.flat = !s.table && op == 255;
+    plan.blend = !s.table;
+    for (int k = 0; k < 3; ++k) plan.flatValue[k] = plan.lut[k][0];
+}
+}  // namespace detail
+
+// Works out what a fill of the box X1..X2 by Y1..Y2 over columns x0..x1 - 1
+// keeps from row to row.
+inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int X2, int x0, int x1) {
+    using kwmode::FillStyle;
+    FillPlan plan;
+    plan.x0 = x0;
+    plan.x1 = x1;
+    const unsigned steps = DeliverSteps(s);
+    plan.byTable = (steps & (DpStyle | DpNoise | DpPaper)) == 0 && s.mode != kwmode::FillMode::Rubthrough;
+    if (plan.byTable) detail::PlanPlainColour(s, colour, plan);
+    for (int ga = 0; ga < 256; ++ga)
+        plan.opacityOfGa[ga] = ga == 255 ? s.opacity : detail::RoundF(static_cast<float>(s.opacity * ga) / 255.0f);
+    for (int p = 0; p < 256; ++p)
+        plan.dryTerm[p] = static_cast<float>(s.negative ? p : 255 - p) * s.opacityFraction * s.strength;
+    const int n = x1 > x0 ? x1 - x0 : 0;
+    bool inRange = s.opacity >= 0 && s.opacity <= 255;
+    for (float t : plan.dryTerm) inRange = inRange && !(t < 0);
+    plan.finish = inRange && HaveAvx2Finish() ? FinishRowAvx2 : FinishRowScalar;
+    RowScratch& w = plan.scratch;
+    for (auto* v : {&w.r, &w.g, &w.b, &w.opacity}) v->resize(static_cast<size_t>(n));
+    for (auto* v : {&w.ur, &w.ug, &w.ub}) v->resize(static_cast<size_t>(n));
+    for (auto* v : {&w.bump, &w.dry}) v->resize(static_cast<size_t>(n));
+    if (s.style == FillStyle::Horizontal || s.style == FillStyle::FitHorizontal) {
+        const float scale = 255.0f / detail::SpanOrFloor(X2 - X1, 0.01f);
+        for (int i = 0; i < n; ++i) {
+            const int p = detail::GradientStep(static_cast<float>(x0 + i - X1) * scale);
+            plan.columnR.push_back(s.gradR[p]);
+            plan.columnG.push_back(s.gradG[p]);
+            plan.columnB.push_back(s.gradB[p]);
+            plan.columnOpacity.push_back(plan.opacityOfGa[s.gradA[p]]);
+        }
+    } else if (s.style == FillStyle::Circular) {
+        plan.columnOffset.resize(static_cast<size_t>(n));
+        for (int i = 0; i < n; ++i) plan.columnOffset[static_cast<size_t>(i)] = detail::EllipseOffset(x0 + i, X1, X2);
+    }
+    return plan;
+}
+
+namespace detail {
+
+// Colour * opacity + old * inverse, over 255, sixteen pixels at a time.
+inline void BlendRowConstant(uint8_t* row, int n, uint8_t colour, int opacity) {
+    int i = 0;
+#if defined(__SSE2__)
+    const __m128i paint = _mm_set1_epi16(static_cast<short>(colour * opacity));
+    const __m128i inv = _mm_set1_epi16(static_cast<short>(255 - opacity));
+    const __m128i one = _mm_set1_epi16(1), zero = _mm_setzero_si128();
+    auto half = [&](__m128i old) {
+        // x / 255 for x <= 65025 is (x + 1 + (x >> 8)) >> 8.
+        const __m128i x = _mm_add_epi16(_mm_mullo_epi16(old, inv), paint);
+        return _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(x, one), _mm_srli_epi16(x, 8)), 8);
+    };
+    for (; i + 16 <= n; i += 16) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + i));
+        const __m128i lo = half(_mm_unpacklo_epi8(v, zero)), hi = half(_mm_unpackhi_epi8(v, zero));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(row + i), _mm_packus_epi16(lo, hi));
+    }
+#endif
+    const unsigned p = static_cast<unsigned>(colour) * static_cast<unsigned>(opacity), q = 255u - opacity;
+    for (; i < n; ++i) row[i] = static_cast<uint8_t>((p + row[i] * q) / 255);
+}
+
+inline void TableRow(uint8_t* row, int n, const uint8_t* lut) {
+    for (int i = 0; i < n; ++i) row[i] = lut[row[i]];
+}
+
+// The plain colour: each channel through its table, then the alpha plane.
+template <unsigned Steps>
+inline void PlainRow(const DeliverSettings& s, const FillPlan& plan, size_t rowAt, uint8_t* out[3], int n) {
+    const uint8_t* const in[3] = {s.r + rowAt, s.g + rowAt, s.b + rowAt};
+    if constexpr ((Steps & DpAlpha) != 0) {
+        const uint8_t* a = s.a + rowAt;
+        for (int i = 0; i < n; ++i) {
+            const unsigned alpha = static_cast<unsigned>(a[i] | s.alphaOff);
+            for (int k = 0; k < 3; ++k) {
+                const unsigned old = in[k][i];
+                unsigned v = plan.lut[k][old];
+                if (alpha < 255) v = (old * (255 - alpha) + v * alpha) / 255;
+                out[k][i] = static_cast<uint8_t>(v);
+            }
+        }
+        return;
+    }
+    for (int k = 0; k < 3; ++k) {
+        if (plan.flat) {
+            std::memset(out[k], plan.flatValue[k], static_cast<size_t>(n));
+            continue;
+        }
+        if (out[k] != in[k]) std::memcpy(out[k], in[k], static_cast<size_t>(n));
+        if (plan.blend && plan.opacity == 0) continue;
+        if (plan.blend) BlendRowConstant(out[k], n, plan.colourValue[k], plan.opacity);
+        else TableRow(out[k], n, plan.lut[k]);
+    }
+}
+
+// The colour and opacity (before paper) of each pixel from the fill style:
+// the plan's column rows for a gradient across, one value for the row down or
+// for a plain colour, the ellipse pixel by pixel.
+template <unsigned Steps>
+inline void StyleRow(const DeliverSettings& s, const FillPlan& plan, uint32_t colour, int y, int n, int Y1, int Y2) {
+    using kwmode::FillStyle;
+    RowScratch& w = plan.scratch;
+    int32_t* __restrict R = w.r.data();
+    int32_t* __restrict G = w.g.data();
+    int32_t* __restrict B = w.b.data();
+    int32_t* __restrict O = w.opacity.data();
+    const FillStyle style = (Steps & DpStyle) ? s.style : FillStyle::Colour;
+    auto step = [&](int i, int p) {
+        R[i] = s.gradR[p], G[i] = s.gradG[p], B[i] = s.gradB[p], O[i] = plan.opacityOfGa[s.gradA[p]];
+    };
+    if (style == FillStyle::Horizontal || style == FillStyle::FitHorizontal) {
+        const size_t bytes = static_cast<size_t>(n) * sizeof(int32_t);
+        std::memcpy(R, plan.columnR.data(), bytes);
+        std::memcpy(G, plan.columnG.data(), bytes);
+        std::memcpy(B, plan.columnB.data(), bytes);
+        std::memcpy(O, plan.columnOpacity.data(), bytes);
+    } else if (style == FillStyle::Circular) {
+        const float dy = EllipseOffset(y, Y1, Y2);
+        for (int i = 0; i < n; ++i) {
+            const float dx = plan.columnOffset[static_cast<size_t>(i)];
+            step(i, GradientStep((dx * dx + dy * dy) / 128.0f));
+        }
+    } else {
+        int32_t c[4] = {static_cast<int32_t>(colour & 255), static_cast<int32_t>((colour & 65280) / 256),
+                        static_cast<int32_t>((colour & 16711680) / 65536), s.opacity};
+        if (style == FillStyle::Vertical) {
+            const int p = GradientStep(static_cast<float>(y - Y1) * (255.0f / SpanOrFloor(Y2 - Y1, 0.01f)));
+            c[0] = s.gradR[p], c[1] = s.gradG[p], c[2] = s.gradB[p], c[3] = plan.opacityOfGa[s.gradA[p]];
+        }
+        std::fill_n(R, n, c[0]);
+        std::fill_n(G, n, c[1]);
+        std::fill_n(B, n, c[2]);
+        std::fill_n(O, n, c[3]);
+    }
+}
+
+// The fill mode over the row's colours: a mixing table or the swap layer.
+template <unsigned Steps>
+inline void ModeRow(const DeliverSettings& s, const FillPlan& plan, size_t rowAt, int n) {
+    if (!(Steps & DpMode)) return;
+    RowScratch& w = plan.scratch;
+    int32_t* const c[3] = {w.r.data(), w.g.data(), w.b.data()};
+    const uint8_t* const old[3] = {s.r + rowAt, s.g + rowAt, s.b + rowAt};
+    const uint8_t* const swap[3] = {s.sr + rowAt, s.sg + rowAt, s.sb + rowAt};
+    for (int k = 0; k < 3; ++k) {
+        int32_t* __restrict v = c[k];
+        const uint8_t* o = old[k];
+        if (s.table && s.tableSwapped) {
+            for (int i = 0; i < n; ++i) v[i] = s.table[o[i] + 256 * v[i]];
+        } else if (s.table) {
+            for (int i = 0; i < n; ++i) v[i] = s.table[v[i] + 256 * o[i]];
+        } else if (s.mode == kwmode::FillMode::Rubthrough) {
+            for (int i = 0; i < n; ++i) v[i] = swap[k][i];
+        }
+    }
+}
+
+// The paper's inputs of the row, its columns wrapping at the paper's width.
+inline void PaperRow(const DeliverSettings& s, const FillPlan& plan, int y, int n) {
+    RowScratch& w = plan.scratch;
+    const size_t row = static_cast<size_t>(y % s.paperH) * s.paperStride;
+    const float* paperF = s.paperF + row;
+    const uint8_t* paperB = s.paperB + row;
+    float* __restrict bump = w.bump.data();
+    float* __restrict dry = w.dry.data();
+    int u = plan.x0 % s.paperW;
+    for (int i = 0; i < n;) {
+        const int run = std::min(n - i, s.paperW - u);
+        if (s.bump)
+            for (int k = 0; k < run; ++k) bump[i + k] = paperF[u + k] * 255.0f;
+        if (s.dry)
+            for (int k = 0; k < run; ++k) dry[i + k] = plan.dryTerm[paperB[u + k]];
+        i += run;
+        u = 0;
+    }
+}
+
+// The noise: one draw scaled by the colour pixel by pixel; a draw per channel
+// is only sorted into a row per channel for the finishing steps.
+inline void NoiseRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, int n) {
+    RowScratch& w = plan.scratch;
+    if (NoiseDrawCount(s) == 3) {
+        double* __restrict ur = w.ur.data();
+        double* __restrict ug = w.ug.data();
+        double* __restrict ub = w.ub.data();
+        for (int i = 0; i < n; ++i) {
+            ur[i] = draws[3 * i];
+            ug[i] = draws[3 * i + 1];
+            ub[i] = draws[3 * i + 2];
+        }
+        return;
+    }
+    for (int i = 0; i < n; ++i) {
+        DeliverState noisy;
+        noisy.R = w.r[static_cast<size_t>(i)], noisy.G = w.g[static_cast<size_t>(i)], noisy.B = w.b[static_cast<size_t>(i)];
+        NoiseDraws d;
+        d.u[0] = draws[i];
+        Noise(s, noisy, d);
+        w.r[static_cast<size_t>(i)] = noisy.R, w.g[static_cast<size_t>(i)] = noisy.G, w.b[static_cast<size_t>(i)] = noisy.B;
+    }
+}
+
+// Every other setting: style, mode, noise and paper step by step over the
+// row, then the finishing steps (noise per channel, bump, drybrush, opacity,
+// alpha) over the whole row at once.
+template <unsigned Steps>
+inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, uint32_t colour, int y,
+                       int n, int Y1, int Y2, uint8_t* out[3]) {
+    using kwmode::FillStyle;
+    const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(plan.x0);
+    const bool noise = (Steps & DpNoise) && NoiseDrawCount(s) > 0;
+    const bool mode = (Steps & DpMode) && (s.table || s.mode == kwmode::FillMode::Rubthrough);
+    const FillStyle style = (Steps & DpStyle) ? s.style : FillStyle::Colour;
+    // A gradient across that nothing before the finishing steps changes is read
+    // from the plan's column rows themselves.
+    const bool columns = (style == FillStyle::Horizontal || style == FillStyle::FitHorizontal) && !mode &&
+                         !(noise && NoiseDrawCount(s) == 1);
+    if (!columns) {
+        StyleRow<Steps>(s, plan, colour, y, n, Y1, Y2);
+        ModeRow<Steps>(s, plan, rowAt, n);
+    }
+    if (noise) NoiseRow(s, plan, draws, n);
+    const bool paper = (Steps & DpPaper) && s.paperW > 0 && (s.bump || s.dry);
+    if (paper) PaperRow(s, plan, y, n);
+    const RowScratch& w = plan.scratch;
+    FinishRowArgs f;
+    f.n = n;
+    f.r = w.r.data(), f.g = w.g.data(), f.b = w.b.data(), f.opacity = w.opacity.data();
+    if (columns) {
+        f.r = plan.columnR.data(), f.g = plan.columnG.data(), f.b = plan.columnB.data();
+        f.opacity = plan.columnOpacity.data();
+    }
+    if (noise && NoiseDrawCount(s) == 3) {
+        f.ur = w.ur.data(), f.ug = w.ug.data(), f.ub = w.ub.data();
+        f.noiseR = s.noiseAmount;
+        f.noiseG = f.noiseR * 1.1;
+    }
+    if (paper && s.bump) f.bump = w.bump.data();
+    if (paper && s.dry) f.dry = w.dry.data();
+    f.oldR = s.r + rowAt, f.oldG = s.g + rowAt, f.oldB = s.b + rowAt;
+    if ((Steps & DpAlpha) && s.alphaOff != 255) f.alpha = s.a + rowAt;
+    f.alphaOff = s.alphaOff;
+    f.outR = out[0], f.outG = out[1], f.outB = out[2];
+    plan.finish(f);
+}
+}  // namespace detail
+
+// Columns plan.x0..plan.x1 - 1 of row y, into outR, outG, outB (each pointing
+// at column plan.x0 of its row). draws holds the row's noise draws.
+template <unsigned Steps>
+inline void DeliverRow(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const double* draws,
+                       uint32_t colour, int y, int X1, int Y1, int X2, int Y2, uint8_t* outR, uint8_t* outG,
+                       uint8_t* outB) {
+    using kwmode::FillStyle;
+    const int n = plan.x1 - plan.x0;
+    if (n <= 0) return;
+    uint8_t* out[3] = {outR, outG, outB};
+    const FillStyle style = (Steps & DpStyle) ? s.style : FillStyle::Colour;
+    const bool brush = style == FillStyle::TileBrush || style == FillStyle::FitBrush;
+    // All but the last pixel the quick way; brush styles pixel by pixel.
+    const int quick = brush ? 0 : n - 1;
+    if (quick > 0) {
+        const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(plan.x0);
+        if (plan.byTable) detail::PlainRow<Steps>(s, plan, rowAt, out, quick);
+        else detail::GeneralRow<Steps>(s, plan, draws, colour, y, quick, Y1, Y2, out);
+    }
+    const int per = (Steps & DpNoise) ? NoiseDrawCount(s) : 0;
+    for (int i = quick; i < n; ++i) {
+        NoiseDraws d;
+        for (int k = 0; k < per; ++k) d.u[k] = draws[static_cast<size_t>(i) * per + k];
+        const uint32_t v = DeliverPixelIn<Steps>(s, st, d, colour, plan.x0 + i, y, X1, Y1, X2, Y2);
+        out[0][i] = static_cast<uint8_t>(v);
+        out[1][i] = static_cast<uint8_t>(v >> 8);
+        out[2][i] = static_cast<uint8_t>(v >> 16);
+    }
+}
+
+}  // namespace kwfill
