@@ -9,6 +9,7 @@
 #include "brush/BrushMask.h"
 #include "brush/BrushOptions.h"
 #include "brush/BrushState.h"
+#include "brush/CustomBrush.h"
 #include "brush/Geometry.h"
 #include "colour/Paper.h"
 #include "core/framework/AppState.h"
@@ -196,11 +197,9 @@ void NaturalDab(const kwbrush::DabTarget& target, kwbrush::DabSettings& s, int b
 
 // Hands the changed rectangle of the segment to the display.
 void RefreshSegment(const Panels& p) {
-    if (App.CustomBrushOn == -1) {
-        if (StrokeRefreshOff != 255) RedisplayWindow();
-        return;
-    }
-    const int r = BrushRadius;
+    if (App.CustomBrushOn == -1 && StrokeRefreshOff == 255) return;
+    // A custom brush reaches half its size beyond the line each way.
+    const int r = App.CustomBrushOn == -1 ? std::max(BrushWidth, BrushHeight) / 2 + 1 : BrushRadius;
     const int sx = LastX <= CurX ? 1 : -1, sy = LastY <= CurY ? 1 : -1;
     int left = LastX - sx * r, right = CurX + sx * r, top = LastY - sy * r, bottom = CurY + sy * r;
     if (left > right) std::swap(left, right);
@@ -295,7 +294,9 @@ void PaintDab(DabRun& run, float px, float py) {
         DabB = vb::BlueOf(run.secondary);
     }
     if (App.CustomBrushOn == -1) {
-        if (CustomBlit) CustomBlit(run.button, px + static_cast<float>(jx), py + static_cast<float>(jy));
+        int16_t button = run.button;
+        float x = px + static_cast<float>(jx), y = py + static_cast<float>(jy);
+        CustomBlit(button, x, y);
     } else {
         NaturalDab(run.target, run.settings, run.base, px, py, jx, jy);
     }

@@ -17,6 +17,7 @@ void Nudge(int dx, int dy) {
 Rows CanvasRows() {
     Rows rows = NaturalBrushRows();
     rows += BasterRows();
+    rows += BrushSelectRows();
     using namespace VirtualKey;
     const int16_t shift = ShiftState::Shift;
     rows.keys.push_back(OnRelease(Up, shift, [] { Nudge(0, -1); }));

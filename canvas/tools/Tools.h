@@ -19,3 +19,4 @@ inline int16_t Round16(float v) { return vb::CInt(std::clamp(v, -32768.0f, 32767
 
 Rows NaturalBrushRows();
 Rows BasterRows();
+Rows BrushSelectRows();

@@ -31,6 +31,7 @@ OptionButton Option18(form, "Option18", "Line", 1);
 OptionButton Option19(form, "Option19", "Text", 1);
 OptionButton Option20(form, "Option20", "Cut brush", 1);
 PictureBox Picture1(form, "Picture1", 38, 38);
+PictureBox Picture58(form, "Picture58", 38, 38);
 const char* const StockBrushNames[StockBrushCount] = {
     "Picture33", "Picture41", "Picture10", "Picture11", "Picture12", "Picture14", "Picture13",
     "Picture15", "Picture16", "Picture17", "Picture19", "Picture20", "Picture21", "Picture22",
@@ -124,6 +125,9 @@ void SetUpToolButtons() {
 void SetUpBrushControls() {
     Picture1.ToolTipText = "Current brush.  Left click for more brushes.  Right click for options";
     Picture1.Cls(0xFFFFFF);
+    Picture58.ToolTipText = "Custom brush when available.";
+    Picture58.Cls(0xFFFFFF);
+    Picture58.Visible.setQuietly(false);
     for (int i = 0; i < StockBrushCount; ++i) {
         StockBrush(i).Visible.setQuietly(false);
         StockBrush(i).Group = 20 + i / 5;  // the palette in rows of five

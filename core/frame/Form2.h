@@ -11,6 +11,7 @@ extern OptionButton Option1, Option2, Option3, Option4, Option6, Option13, Optio
 // The current brush picture and the palette of stock brush pictures (hidden
 // until the current brush is clicked).
 extern PictureBox Picture1;
+extern PictureBox Picture58;  // the custom brush, shown once one exists
 constexpr int StockBrushCount = 20;
 extern const char* const StockBrushNames[StockBrushCount];
 PictureBox& StockBrush(int i);
