@@ -8,6 +8,7 @@
 #include "brush/BrushOptions.h"
 #include "brush/BrushTransforms.h"
 #include "brush/CustomBrush.h"
+#include "brush/Media.h"
 #include "core/framework/AppState.h"
 #include "core/document/Buffers.h"
 #include "core/framework/Host.h"
@@ -25,6 +26,8 @@ std::vector<ControlRow> BrushControls() {
     // The brush kinds of the options panel redraw the current brush.
     for (OptionButton* o : {&BrushOptions::Option1, &BrushOptions::Option2, &BrushOptions::Option3})
         rows.push_back(OnEvent(*o, ControlEvent::Click, Picture1_Paint));
+    rows.push_back(OnEvent(Form2::Combo2, ControlEvent::Click, Form2::Combo2_Click));
+    rows.push_back(OnEvent(Form2::Combo1, ControlEvent::Click, Form2::Combo1_Click));
     rows.push_back(OnMouse(Form2::Picture58, ControlEvent::MouseDown, [](int, int, float, float) { Form2::Picture58_Click(); }));
     return rows;
 }
@@ -53,6 +56,7 @@ std::vector<KeyRow> CustomBrushKeys() {
     return {OnRelease(VirtualKey::F1, none, Cust_Mode_Color_Click),
             OnRelease(VirtualKey::F2, none, Cust_Mode_Matte_Click),
             OnPress('h', [] { Show(BrushKey::form); }),
+            OnPress('g', [] { Show(Airbrush_Options::form); }),
             OnPress('Z', Cust_RotateArbitrary_Click),
             OnPress('B', CustomBrushBack),
             OnPress('x', Cust_flipx_Click),
@@ -66,6 +70,7 @@ Rows BrushRows() {
     rows.keys = {OnPress(KeyChar::Escape, ClearAllGads), OnPress('o', ShowBrushOptions)};
     for (KeyRow& k : CustomBrushKeys()) rows.keys.push_back(std::move(k));
     rows.menus = CustomBrushMenus();
+    for (MenuRow& m : MediaMenuRows()) rows.menus.push_back(std::move(m));
     rows.controls = BrushControls();
     return rows;
 }

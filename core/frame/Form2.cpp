@@ -55,6 +55,9 @@ Slider hscroll3(form, "hscroll3", 0, 255, 0);
 Slider HScroll4(form, "HScroll4", 0, 255, 255);
 Slider slider1(form, "slider1", 0, 64, 2);
 ComboBox Combo4(form, "Combo4", [] { Combo4_Click(); });
+// The media lists; the brush folder fills them and handles their clicks.
+ComboBox Combo2(form, "Combo2");
+ComboBox Combo1(form, "Combo1");
 CommandButton Command1(form, "Command1", "Clear", [] { Command1_Click(); });
 PictureBox Picture27(form, "Picture27", 96, 72);
 // Opens the layer mixing menu.
@@ -139,6 +142,8 @@ void SetUpBrushControls() {
         Combo4.items.push_back(mode);
     Combo4.ListIndex.setQuietly(0);
     Combo4.ToolTipText = "Painting mode";
+    Combo2.ToolTipText = "The various painting styles";
+    Combo1.ToolTipText = "Variation on the painting styles";
 }
 
 // The colours, opacity, step and the buttons under them.
