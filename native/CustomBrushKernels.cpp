@@ -103,13 +103,41 @@ inline int PositiveMod(int a, int m) {
 
 void CustomBrushBlit(const BrushPlanes& brush, const CustomTarget& t, int X, int Y, int Opacity, uint8_t AlphaOff) {
     const int o = HoldOpacity(Opacity);
-    Scan(brush, t, X, Y, AlphaOff, false, false, [&](int, int, size_t, int u, int v, int* rgb) {
-        const size_t src = static_cast<size_t>(v) * brush.stride + static_cast<size_t>(u);
-        rgb[0] = brush.r[src];
-        rgb[1] = brush.g[src];
-        rgb[2] = brush.b[src];
-        return o;
-    });
+    const Clip c = ClipStamp(brush, t, X, Y);
+    if (c.empty() || o == 0) return;
+    // The coverage depends on the brush byte alone: one table per stamp.
+    uint8_t cover[256];
+    for (int k = 0; k < 256; ++k) cover[k] = static_cast<uint8_t>(k * o / 255);
+    const bool masked = AlphaOff != 255;
+    const uint8_t* src[3] = {brush.r, brush.g, brush.b};
+    uint8_t* dst[3] = {t.r, t.g, t.b};
+    const int n = c.u1 - c.u0 + 1;
+    for (int v = c.v0; v <= c.v1; ++v) {
+        const size_t from = static_cast<size_t>(v) * brush.stride + static_cast<size_t>(c.u0);
+        const size_t to = static_cast<size_t>(Y + v) * t.stride + static_cast<size_t>(X + c.u0);
+        const uint8_t* ba = brush.a + from;
+        const uint8_t* ea = t.a + to;
+        // One plane at a time: three short streams the compiler can keep in registers.
+        for (int ch = 0; ch < 3; ++ch) {
+            const uint8_t* s = src[ch] + from;
+            uint8_t* d = dst[ch] + to;
+            if (!masked) {
+                for (int i = 0; i < n; ++i) {
+                    const int a = cover[ba[i]];
+                    d[i] = static_cast<uint8_t>((d[i] * (255 - a) + s[i] * a) / 255);
+                }
+                continue;
+            }
+            for (int i = 0; i < n; ++i) {
+                const int a = cover[ba[i]];
+                const int old = d[i];
+                int nv = (old * (255 - a) + s[i] * a) / 255;
+                const int e = ea[i] | AlphaOff;
+                if (e < 255) nv = (old * (255 - e) + nv * e) / 255;
+                d[i] = static_cast<uint8_t>(nv);
+            }
+        }
+    }
 }
 
 void Full_CustomBrushBlit(const BrushPlanes& brush, const CustomTarget& t, const uint8_t* Table,
