@@ -112,6 +112,8 @@ void MatteStamp(const Stamp& s, PaintMode mode, int16_t button) {
 void CustomBlit(int16_t& Button, float& X, float& Y) {
     int opacity = Form2::HScroll4.Value;
     if (BrushOptions::Hscroll8.Value > 0) opacity = vb::CInt(App.BrushFlow);
+    const float pressure = BrushOptions::PressureFactor(BrushOptions::Check3);
+    if (pressure < 1) opacity = vb::CInt(opacity * pressure);
     const float centreX = X, centreY = Y;
     BlitY = vb::CLng(std::clamp(Y - BrushHeight / 2.0f, -1e9f, 1e9f));
     BlitX = vb::CLng(std::clamp(X - BrushWidth / 2.0f, -1e9f, 1e9f));

@@ -56,7 +56,8 @@ float Hold16(float v) { return std::clamp(v, -32768.0f, 32767.0f); }
 // The mask of this call, turned and scaled once when any setting asks for it.
 bool TransformMask(const Panels& p, float X, float Y, int32_t d) {
     const float size = p[BO::RandomSize], turn = p[BO::RandomAngle], speed = p[BO::SpeedScale];
-    if (!(size > 0 || turn > 0 || p.penAngle || speed != 0)) return false;
+    const float pressure = BO::PressureFactor(BO::Check2);
+    if (!(size > 0 || turn > 0 || p.penAngle || speed != 0 || pressure < 1)) return false;
     int32_t angle = 0;
     if (turn > 0) {
         const double r1 = Rnd(), r2 = Rnd();
@@ -70,6 +71,7 @@ bool TransformMask(const Panels& p, float X, float Y, int32_t d) {
         if (speed < 0) f = 1 - f;
         scale = static_cast<float>(scale * f);
     }
+    if (pressure < 1) scale *= pressure;
     ScaleRotate(angle, scale, p.smooth ? 1 : 0);
     return true;
 }
@@ -254,6 +256,8 @@ DabRun StartSegment(const Panels& p, int16_t button, bool turned) {
     PrevDabY = LastY;
     std::memcpy(DabMask, turned ? BrushMaskXform : BrushMask, sizeof DabMask);
     BrushOpacity = static_cast<int16_t>(Form2::HScroll4.Value);
+    const float pressure = BO::PressureFactor(BO::Check3);
+    if (pressure < 1) BrushOpacity = CInt(BrushOpacity * pressure);
     BrushMode = App.PaintMode;
     const kwbrush::DabTarget target{BufR.data(), BufG.data(), BufB.data(), BufA.data(), BufR.stride(), p.W, p.H};
     return DabRun{p, button, target, SegmentSettings(), Form2::Shape1.FillColor, BrushOpacity};
