@@ -57,6 +57,7 @@ std::vector<KeyRow> CustomBrushKeys() {
             OnRelease(VirtualKey::F2, none, Cust_Mode_Matte_Click),
             OnPress('h', [] { Show(BrushKey::form); }),
             OnPress('g', [] { Show(Airbrush_Options::form); }),
+            OnPress('.', Menus::Default_Single_Click),
             OnPress('Z', Cust_RotateArbitrary_Click),
             OnPress('B', CustomBrushBack),
             OnPress('x', Cust_flipx_Click),

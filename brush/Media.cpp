@@ -205,6 +205,11 @@ MediaEntries& Media() {
 }  // namespace
 
 MenuEntry& MediaMenu() { return Media().root; }
+
+void Menus::Default_Single_Click() {
+    for (const MediaPreset& p : MediaPresets)
+        if (std::string(p.menu) == "Default_Single") PickPreset(p);
+}
 std::vector<MenuRow> MediaMenuRows() { return Media().rows; }
 
 void MakeAirbrush(int Radius, int Bias) {

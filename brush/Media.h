@@ -40,6 +40,11 @@ void MakeAirbrush(int Radius, int Bias);
 MenuEntry& MediaMenu();
 std::vector<MenuRow> MediaMenuRows();
 
+namespace Menus {
+// The single-pixel brush (key .).
+void Default_Single_Click();
+}  // namespace Menus
+
 namespace Form2 {
 void Combo2_Click();
 void Combo1_Click();

@@ -74,6 +74,9 @@ TEST_F(MediaTest, AnUnknownNameLeavesTheResetAndDodgeIsGrey) {
     EXPECT_EQ(Form2::Combo4.Text(), "Default");
     EXPECT_EQ(Form2::HScroll5.Value, 30);  // the reset leaves the size
     EXPECT_TRUE(BrushOptions::Option1.Value);
+    Key('.');  // the single pixel brush
+    EXPECT_EQ(Form2::Combo1.Text(), "Single pixel");
+    EXPECT_EQ(Form2::HScroll5.Value, 67);
     RowOf("FX_Dodge")->command();
     EXPECT_EQ(Form2::HScroll1.Value, 128);
     EXPECT_EQ(Form2::hscroll3.Value, 128);
