@@ -1,6 +1,7 @@
 // One stamp of the custom brush: the routine chosen by the painting mode, the
 // brush mode (colour or matte), the button and the paper.
 #include <algorithm>
+#include <vector>
 
 #include "brush/BrushOptions.h"
 #include "brush/BrushState.h"
@@ -38,9 +39,27 @@ struct Stamp {
     uint8_t alphaOff;
 };
 
-Stamp MakeStamp(int opacity) {
+// The brush shrunk for a light pen, nearest pixel; kept between dabs so a
+// stroke allocates only when the size grows.
+struct Shrunk {
+    std::vector<uint8_t> planes[4];
+    kwbrush::BrushPlanes Make(float factor) {
+        const int w = std::max(1, vb::CLng(BrushWidth * factor)), h = std::max(1, vb::CLng(BrushHeight * factor));
+        const Plane* from[4] = {&BrushR, &BrushG, &BrushB, &BrushA};
+        for (int k = 0; k < 4; ++k) {
+            planes[k].resize(static_cast<size_t>(w) * static_cast<size_t>(h));
+            for (int y = 0; y < h; ++y)
+                for (int x = 0; x < w; ++x)
+                    planes[k][static_cast<size_t>(y * w + x)] = (*from[k])(x * BrushWidth / w, y * BrushHeight / h);
+        }
+        return {planes[0].data(), planes[1].data(), planes[2].data(), planes[3].data(), static_cast<size_t>(w), w, h};
+    }
+} shrunk;
+
+Stamp MakeStamp(int opacity, float sizeFactor) {
     Stamp s;
     s.brush = {BrushR.data(), BrushG.data(), BrushB.data(), BrushA.data(), BrushR.stride(), BrushWidth, BrushHeight};
+    if (sizeFactor < 1) s.brush = shrunk.Make(sizeFactor);
     s.target = {BufR.data(),       BufG.data(),
                 BufB.data(),       BufA.data(),
                 BufR.stride(),     std::min(BufferWidth(), BufR.ubX()),
@@ -115,12 +134,12 @@ void CustomBlit(int16_t& Button, float& X, float& Y) {
     const float pressure = BrushOptions::PressureFactor(BrushOptions::Check3);
     if (pressure < 1) opacity = vb::CInt(opacity * pressure);
     const float centreX = X, centreY = Y;
-    BlitY = vb::CLng(std::clamp(Y - BrushHeight / 2.0f, -1e9f, 1e9f));
-    BlitX = vb::CLng(std::clamp(X - BrushWidth / 2.0f, -1e9f, 1e9f));
+    if (!BrushExists() || !DocumentExists()) return;
+    const Stamp s = MakeStamp(opacity, BrushOptions::PressureFactor(BrushOptions::Check2));
+    BlitY = vb::CLng(std::clamp(Y - s.brush.h / 2.0f, -1e9f, 1e9f));
+    BlitX = vb::CLng(std::clamp(X - s.brush.w / 2.0f, -1e9f, 1e9f));
     X = static_cast<float>(BlitX);
     Y = static_cast<float>(BlitY);
-    if (!BrushExists() || !DocumentExists()) return;
-    const Stamp s = MakeStamp(opacity);
     const PaintMode mode = BrushMode;
     if (SourceModes(s, mode)) return;
     if (mode == PaintMode::Smear || mode == PaintMode::Panto) return CloneModes(s, mode, centreX, centreY);

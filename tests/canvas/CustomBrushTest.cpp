@@ -264,3 +264,31 @@ TEST_F(CustomBrushTest, KeysReachTheBrushCommands) {
     EXPECT_EQ(BrushMatte, 1);
 }
 }  // namespace
+
+namespace {
+TEST_F(CustomBrushTest, ALightPenStampsASmallerFainterBrush) {
+    Cut(0, 0, 10, 10);
+    KeyUp(VirtualKey::F2, ShiftState::None);
+    for (int y = 0; y < H; ++y)
+        for (int x = 0; x < W; ++x) BufR(x, y) = BufG(x, y) = BufB(x, y) = 255;
+    auto paintedAt = [](int y) {
+        int n = 0;
+        for (int x = 0; x < W; ++x) n += BufR(x, y) != 255;
+        return n;
+    };
+    App.Pressure = 0.5f;
+    Stroke({{30, 20}, {31, 20}});
+    EXPECT_EQ(paintedAt(20), 5);  // half the size
+    EXPECT_EQ(paintedAt(24), 0);
+    EXPECT_EQ(BufR(30, 20), 127);  // half the opacity: 255 * (255 - 127) / 255
+    // Pressure off: the whole brush at full strength, whatever the pen says.
+    BrushOptions::Check2.Value = 0;
+    BrushOptions::Check3.Value = 0;
+    Stroke({{30, 50}, {31, 50}});
+    EXPECT_EQ(paintedAt(50), 10);
+    EXPECT_EQ(BufR(30, 50), 0);
+    BrushOptions::Check2.Value = 1;
+    BrushOptions::Check3.Value = 1;
+    App.Pressure = 1;
+}
+}  // namespace
