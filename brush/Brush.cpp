@@ -4,6 +4,7 @@
 
 #include "brush/BrushMask.h"
 #include "brush/BrushOptions.h"
+#include "brush/Media.h"
 #include "brush/StockBrushes.h"
 #include "core/framework/AppState.h"
 #include "core/framework/Codes.h"
@@ -68,4 +69,5 @@ void StartupBrushes() {
     for (int i = 0; i < Form2::StockBrushCount; ++i) PaintPaletteEntry(i);
     SetBrushPicture(MakeStockBrush(0), StockBrushSide);  // the hard disc
     Picture1_Paint();
+    StartupMedia();
 }

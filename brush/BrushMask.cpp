@@ -5,6 +5,7 @@
 
 #include "brush/BrushOptions.h"
 #include "brush/BrushState.h"
+#include "brush/CustomBrush.h"
 #include "core/framework/AppState.h"
 #include "core/frame/Form2.h"
 #include "core/framework/vb.h"
@@ -20,7 +21,10 @@ void Picture1_Paint() {
     using namespace kwbrush;
     const int size = Form2::HScroll5.Value;
     BrushRadius = vb::CInt(size / 4.0);
-    if (App.CustomBrushOn == -1) return;  // the custom brush shows its own thumbnail
+    if (App.CustomBrushOn == -1 && BrushExists()) {
+        PaintBrushThumbnail(Form2::Picture1);  // the custom brush shows its own thumbnail
+        return;
+    }
     AntiAlias aa = AntiAlias::None;
     if (BrushOptions::Option2.Value) aa = AntiAlias::FiveTap;
     if (BrushOptions::Option3.Value) aa = AntiAlias::NineTap;

@@ -3,6 +3,10 @@
 // Esc the values to put back.
 #include "brush/BrushOptions.h"
 
+#include <algorithm>
+
+#include "core/framework/AppState.h"
+
 namespace BrushOptions {
 Form form("BrushOptions", "Brush options");
 Slider Hscroll1(form, "Hscroll1", 0, 64, 0);
@@ -19,6 +23,8 @@ Label Label1(form, "Label1", "Anti-aliasing");
 OptionButton Option1(form, "Option1", "None", 1, true);
 OptionButton Option2(form, "Option2", "5 tap", 1);
 OptionButton Option3(form, "Option3", "9 tap", 1);
+CheckBox Check2(form, "Check2", "Pressure: size", 1);
+CheckBox Check3(form, "Check3", "Pressure: opacity", 1);
 
 // The colour jitters are read as shares: hue of the whole wheel, saturation
 // and value of their full range.
@@ -33,6 +39,11 @@ const SettingRow Settings[SettingCount] = {
     {&Hscroll8, "Dryout", "Opacity lost with each dab", 1, 0},
     {&hscroll9, "Scale by speed", "Dab size against mouse speed", 1, 0},
 };
+
+float PressureFactor(const CheckBox& box) {
+    const float p = std::clamp(App.Pressure, 0.0f, 1.0f);
+    return box.Value != 0 && p < 1 ? p : 1.0f;
+}
 
 float Scaled(Setting s) {
     const SettingRow& row = Settings[s];
@@ -49,6 +60,8 @@ struct Wiring {
         // The pen angle and the anti-aliasing buttons are not sliders: they
         // keep their captions from above and are wired here.
         Check1.ToolTipText = "The dab turns with the stroke's direction";
+        Check2.ToolTipText = "A tablet pen's pressure scales the dab";
+        Check3.ToolTipText = "A tablet pen's pressure scales the opacity";
         Option1.Group = Option2.Group = Option3.Group = 1;
     }
 } wiring;

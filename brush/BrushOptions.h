@@ -18,6 +18,11 @@ extern Slider hscroll9;  // "Scale by speed" -25..25
 extern CheckBox Check1;  // "Pen angle"
 extern Label Label1;     // "Anti-aliasing"
 extern OptionButton Option1, Option2, Option3;  // none, 5-tap, 9-tap
+extern CheckBox Check2;  // "Pressure: size"
+extern CheckBox Check3;  // "Pressure: opacity"
+// The pen's pressure as a factor of the dab's size or opacity: 1 unless the
+// box is on and the pen presses less than fully.
+float PressureFactor(const CheckBox& box);
 
 // The slider settings, in the order of the panel and of the table below.
 enum Setting {

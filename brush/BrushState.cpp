@@ -30,4 +30,3 @@ int16_t BrushOpacity = 255;
 kwmode::PaintMode BrushMode = kwmode::PaintMode::Default;
 int16_t PantoX = 0, PantoY = 0, PatOrgX = 0, PatOrgY = 0;
 uint8_t StrokeRefreshOff = 0, MarqueeAtDown = 0;
-std::function<void(int16_t button, float x, float y)> CustomBlit;

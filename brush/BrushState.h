@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 
 #include "native/BrushKernels.h"
 
@@ -30,7 +29,3 @@ extern int16_t PantoX, PantoY;    // clone offset of panto
 extern int16_t PatOrgX, PatOrgY;  // the stroke's origin
 extern uint8_t StrokeRefreshOff;  // 255: scripted strokes skip the per-segment screen refresh
 extern uint8_t MarqueeAtDown;     // the marquee was shown at the press
-
-// The custom brush stamps a dab here while CustomBrushOn is -1; the custom
-// brush code installs it (nothing is stamped while none is installed).
-extern std::function<void(int16_t button, float x, float y)> CustomBlit;

@@ -9,6 +9,7 @@
 #include "brush/BrushMask.h"
 #include "brush/BrushOptions.h"
 #include "brush/BrushState.h"
+#include "brush/CustomBrush.h"
 #include "brush/Geometry.h"
 #include "colour/Paper.h"
 #include "core/framework/AppState.h"
@@ -55,7 +56,8 @@ float Hold16(float v) { return std::clamp(v, -32768.0f, 32767.0f); }
 // The mask of this call, turned and scaled once when any setting asks for it.
 bool TransformMask(const Panels& p, float X, float Y, int32_t d) {
     const float size = p[BO::RandomSize], turn = p[BO::RandomAngle], speed = p[BO::SpeedScale];
-    if (!(size > 0 || turn > 0 || p.penAngle || speed != 0)) return false;
+    const float pressure = BO::PressureFactor(BO::Check2);
+    if (!(size > 0 || turn > 0 || p.penAngle || speed != 0 || pressure < 1)) return false;
     int32_t angle = 0;
     if (turn > 0) {
         const double r1 = Rnd(), r2 = Rnd();
@@ -69,6 +71,7 @@ bool TransformMask(const Panels& p, float X, float Y, int32_t d) {
         if (speed < 0) f = 1 - f;
         scale = static_cast<float>(scale * f);
     }
+    if (pressure < 1) scale *= pressure;
     ScaleRotate(angle, scale, p.smooth ? 1 : 0);
     return true;
 }
@@ -196,11 +199,9 @@ void NaturalDab(const kwbrush::DabTarget& target, kwbrush::DabSettings& s, int b
 
 // Hands the changed rectangle of the segment to the display.
 void RefreshSegment(const Panels& p) {
-    if (App.CustomBrushOn == -1) {
-        if (StrokeRefreshOff != 255) RedisplayWindow();
-        return;
-    }
-    const int r = BrushRadius;
+    if (App.CustomBrushOn == -1 && StrokeRefreshOff == 255) return;
+    // A custom brush reaches half its size beyond the line each way.
+    const int r = App.CustomBrushOn == -1 ? std::max(BrushWidth, BrushHeight) / 2 + 1 : BrushRadius;
     const int sx = LastX <= CurX ? 1 : -1, sy = LastY <= CurY ? 1 : -1;
     int left = LastX - sx * r, right = CurX + sx * r, top = LastY - sy * r, bottom = CurY + sy * r;
     if (left > right) std::swap(left, right);
@@ -255,6 +256,8 @@ DabRun StartSegment(const Panels& p, int16_t button, bool turned) {
     PrevDabY = LastY;
     std::memcpy(DabMask, turned ? BrushMaskXform : BrushMask, sizeof DabMask);
     BrushOpacity = static_cast<int16_t>(Form2::HScroll4.Value);
+    const float pressure = BO::PressureFactor(BO::Check3);
+    if (pressure < 1) BrushOpacity = CInt(BrushOpacity * pressure);
     BrushMode = App.PaintMode;
     const kwbrush::DabTarget target{BufR.data(), BufG.data(), BufB.data(), BufA.data(), BufR.stride(), p.W, p.H};
     return DabRun{p, button, target, SegmentSettings(), Form2::Shape1.FillColor, BrushOpacity};
@@ -295,7 +298,9 @@ void PaintDab(DabRun& run, float px, float py) {
         DabB = vb::BlueOf(run.secondary);
     }
     if (App.CustomBrushOn == -1) {
-        if (CustomBlit) CustomBlit(run.button, px + static_cast<float>(jx), py + static_cast<float>(jy));
+        int16_t button = run.button;
+        float x = px + static_cast<float>(jx), y = py + static_cast<float>(jy);
+        CustomBlit(button, x, y);
     } else {
         NaturalDab(run.target, run.settings, run.base, px, py, jx, jy);
     }

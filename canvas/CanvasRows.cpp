@@ -39,6 +39,7 @@ Rows CanvasRows() {
     rows += CurveRows();
     rows += LineRows();
     rows += TextRows();
+    rows += BrushSelectRows();
     rows.menus.push_back({&Menus::ClearAlphaPrimary, ClearAlphaPrimary_Click});
     rows.menus.push_back({&Menus::ClearAlphaSeconary, ClearAlphaSeconary_Click});
     using namespace VirtualKey;

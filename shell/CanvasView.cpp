@@ -10,6 +10,8 @@
 #include <vector>
 #include <QMouseEvent>
 #include <QWheelEvent>
+#include <QPointingDevice>
+#include <algorithm>
 
 #include "brush/BrushState.h"
 #include "canvas/CanvasInput.h"
@@ -88,6 +90,17 @@ QPointF CanvasView::windowPixel(const QPointF& pos) const {
     return pos + QPointF(horizontalScrollBar()->value(), verticalScrollBar()->value());
 }
 
+namespace {
+// A pen's pressure rides on the mouse events Qt makes of tablet events; a mouse
+// (or a pen that reports none) presses fully.
+float PressureOf(const QMouseEvent* e) {
+    const QPointingDevice* d = e->pointingDevice();
+    if (!d || d->type() == QInputDevice::DeviceType::Mouse || e->points().isEmpty()) return 1.0f;
+    if (!d->capabilities().testFlag(QInputDevice::Capability::Pressure)) return 1.0f;
+    return static_cast<float>(std::clamp(e->points().first().pressure(), 0.0, 1.0));
+}
+}  // namespace
+
 // The middle button alone moves the view and never reaches the tools.
 bool CanvasView::pan(QMouseEvent* e) {
     const QPoint scroll(horizontalScrollBar()->value(), verticalScrollBar()->value());
@@ -126,6 +139,7 @@ void CanvasView::wheelEvent(QWheelEvent* e) {
 // Tablets reach here as the mouse events Qt makes of them.
 void CanvasView::mousePressEvent(QMouseEvent* e) {
     if (pan(e)) return;
+    App.Pressure = PressureOf(e);
     QPointF w = windowPixel(e->position());
     // The buttons held now, the new one among them: a second button makes a combination.
     int16_t button = ButtonCode(e->buttons() | e->button()), shift = ShiftCodeOf(e->modifiers());
@@ -134,6 +148,7 @@ void CanvasView::mousePressEvent(QMouseEvent* e) {
 
 void CanvasView::mouseMoveEvent(QMouseEvent* e) {
     if (pan(e)) return;
+    App.Pressure = PressureOf(e);
     QPointF w = windowPixel(e->position());
     int16_t button = ButtonCode(e->buttons()), shift = ShiftCodeOf(e->modifiers());
     Guarded([&] { Form1::Form_MouseMove(button, shift, static_cast<float>(w.x()), static_cast<float>(w.y())); });

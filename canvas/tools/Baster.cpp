@@ -24,8 +24,11 @@ void Pick(int16_t button, float x, float y) {
     }
 }
 
-// The press compares window pixels with the picture's size, unzoomed.
+// The press picks at once, through the zoom like the moves.
 void Down(int16_t Button, int16_t, float X, float Y) {
+    const float z = canvastool::Zoom();
+    X = X / z;
+    Y = Y / z;
     if (X >= BufferWidth() || Y >= BufferHeight()) return;
     Pick(Button, X, Y);
 }

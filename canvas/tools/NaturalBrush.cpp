@@ -2,6 +2,7 @@
 // paints dabs along the moves, and a free cursor only moves the start.
 #include "brush/BrushState.h"
 #include "brush/FormDraw.h"
+#include "brush/Media.h"
 #include "canvas/tools/Tools.h"
 #include "core/frame/Form2.h"
 #include "core/framework/Codes.h"
@@ -33,6 +34,7 @@ Rows NaturalBrushRows() {
     tool.down = Down;
     tool.move = Move;
     tool.brushBox = true;
+    tool.settings = [] { host().PopupMenu(MediaMenu()); };
     rows.tools = {tool};
     rows.keys = {OnPress('d', [] { PickTool(Form2::Option1); })};
     return rows;

@@ -35,3 +35,4 @@ Rows LassoRows();
 Rows RectAlphaRows();
 Rows EllipseAlphaRows();
 Rows TextRows();
+Rows BrushSelectRows();

@@ -31,6 +31,7 @@ OptionButton Option18(form, "Option18", "Line", 1);
 OptionButton Option19(form, "Option19", "Text", 1);
 OptionButton Option20(form, "Option20", "Cut brush", 1);
 PictureBox Picture1(form, "Picture1", 38, 38);
+PictureBox Picture58(form, "Picture58", 38, 38);
 const char* const StockBrushNames[StockBrushCount] = {
     "Picture33", "Picture41", "Picture10", "Picture11", "Picture12", "Picture14", "Picture13",
     "Picture15", "Picture16", "Picture17", "Picture19", "Picture20", "Picture21", "Picture22",
@@ -54,6 +55,9 @@ Slider hscroll3(form, "hscroll3", 0, 255, 0);
 Slider HScroll4(form, "HScroll4", 0, 255, 255);
 Slider slider1(form, "slider1", 0, 64, 2);
 ComboBox Combo4(form, "Combo4", [] { Combo4_Click(); });
+// The media lists; the brush folder fills them and handles their clicks.
+ComboBox Combo2(form, "Combo2");
+ComboBox Combo1(form, "Combo1");
 CommandButton Command1(form, "Command1", "Clear", [] { Command1_Click(); });
 PictureBox Picture27(form, "Picture27", 96, 72);
 // Opens the layer mixing menu.
@@ -124,6 +128,9 @@ void SetUpToolButtons() {
 void SetUpBrushControls() {
     Picture1.ToolTipText = "Current brush.  Left click for more brushes.  Right click for options";
     Picture1.Cls(0xFFFFFF);
+    Picture58.ToolTipText = "Custom brush when available.";
+    Picture58.Cls(0xFFFFFF);
+    Picture58.Visible.setQuietly(false);
     for (int i = 0; i < StockBrushCount; ++i) {
         StockBrush(i).Visible.setQuietly(false);
         StockBrush(i).Group = 20 + i / 5;  // the palette in rows of five
@@ -135,6 +142,8 @@ void SetUpBrushControls() {
         Combo4.items.push_back(mode);
     Combo4.ListIndex.setQuietly(0);
     Combo4.ToolTipText = "Painting mode";
+    Combo2.ToolTipText = "The various painting styles";
+    Combo1.ToolTipText = "Variation on the painting styles";
 }
 
 // The colours, opacity, step and the buttons under them.

@@ -11,11 +11,14 @@ extern OptionButton Option1, Option2, Option3, Option4, Option6, Option13, Optio
 // The current brush picture and the palette of stock brush pictures (hidden
 // until the current brush is clicked).
 extern PictureBox Picture1;
+extern PictureBox Picture58;  // the custom brush, shown once one exists
 constexpr int StockBrushCount = 20;
 extern const char* const StockBrushNames[StockBrushCount];
 PictureBox& StockBrush(int i);
 extern Slider HScroll5;            // "Size of the natural brush"
 extern ComboBox Combo4;            // painting modes
+extern ComboBox Combo2;            // "The various painting styles"
+extern ComboBox Combo1;            // "Variation on the painting styles"
 extern Shape Shape4;               // primary colour (FillColor, 0x00BBGGRR)
 extern Shape Shape1;               // secondary colour
 extern Slider HScroll1, hscroll2, hscroll3;  // primary red, green, blue

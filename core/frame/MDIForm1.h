@@ -17,6 +17,9 @@ extern MenuEntry New, Open, Save, Quit;
 extern MenuEntry undo, Redo_, Clear, swapbuffer, CopyToSwap, swaptoalpha, AlhpaToSwap, flip, horizontal, vertical,
     BufferResample, BufferCrop, Buffer_Fill, ImageInfo;
 extern MenuEntry FadePrevious;
+extern MenuEntry Cust, Cust_Copy, Cust_Load, Cust_Save, Cust_Free, Cust_Mode, Cust_Mode_Color,
+    Cust_Mode_Matte, Cust_flip, Cust_flipx, Cust_Flipy, Cust_Rotation, Cust_Rotate, Cust_RotateCC,
+    Cust_RotateArbitrary, Cust_Scale, brush_Seamless;
 extern MenuEntry SelectAll, ClearAlpha, InvertAlpha;
 extern MenuEntry Palettes, toolbar, Magnify, Magnifier, win_Gradient, WPickColor, Refresh, UnlockInput;
 extern MenuEntry RefreshMethod, Backdrop, MDIBackground, MDIbackgroundBitmap, Prefs_Save, Memorystuff,

@@ -54,6 +54,24 @@ MenuEntry BufferInvert(form, "BufferInvert", "Invert", &Edit);
 MenuEntry DynamicRangeCompensate(form, "DynamicRangeCompensate", "Dynamic range", &Edit);
 MenuEntry Buffer_Fill(form, "Buffer_Fill", "Fill                                           q", &Edit);
 MenuEntry ImageInfo(form, "ImageInfo", "Buffer info...", &Edit);
+// Brush
+MenuEntry Cust(form, "Cust", "Brush", nullptr);
+MenuEntry Cust_Copy(form, "Cust_Copy", "Copy all / selected", &Cust);
+MenuEntry Cust_Load(form, "Cust_Load", "Load...", &Cust);
+MenuEntry Cust_Save(form, "Cust_Save", "Save...", &Cust);
+MenuEntry Cust_Free(form, "Cust_Free", "Free", &Cust);
+MenuEntry Cust_Mode(form, "Cust_Mode", "Mode", &Cust);
+MenuEntry Cust_Mode_Color(form, "Cust_Mode_Color", "Color     F1", &Cust_Mode);
+MenuEntry Cust_Mode_Matte(form, "Cust_Mode_Matte", "Matte    F2", &Cust_Mode);
+MenuEntry Cust_flip(form, "Cust_flip", "Flip", &Cust);
+MenuEntry Cust_flipx(form, "Cust_flipx", "Horizontal  x", &Cust_flip);
+MenuEntry Cust_Flipy(form, "Cust_Flipy", "Vertical      y", &Cust_flip);
+MenuEntry Cust_Rotation(form, "Cust_Rotation", "Rotate", &Cust);
+MenuEntry Cust_Rotate(form, "Cust_Rotate", "90 degrees                 z", &Cust_Rotation);
+MenuEntry Cust_RotateCC(form, "Cust_RotateCC", "-90 degrees", &Cust_Rotation);
+MenuEntry Cust_RotateArbitrary(form, "Cust_RotateArbitrary", "Arbitrary...                Z", &Cust_Rotation);
+MenuEntry Cust_Scale(form, "Cust_Scale", "Resample...", &Cust);
+MenuEntry brush_Seamless(form, "brush_Seamless", "Make seamless...", &Cust);
 // Filter
 MenuEntry Filter(form, "Filter", "Fi&lter", nullptr);
 MenuEntry FadePrevious(form, "FadePrevious", "Fade last action...", &Filter);
@@ -173,9 +191,13 @@ struct Wiring {
         Refresh_Optimised.Checked.setQuietly(true);
         Window_Info.Checked.setQuietly(true);
         for (MenuEntry* e : {&rDefault, &rBitmap, &prefs_Disp_15bit, &Refresh_Optimised, &Window_Info, &AlphaEnable,
-                              &Ani_Interface})
+                              &Ani_Interface, &Cust_Mode_Color, &Cust_Mode_Matte})
             e->Checkable = true;
         Anim_Tools.Visible.setQuietly(false);
+        // The brush modes have nothing to show until a brush exists.
+        Cust_Mode_Color.Checked.setQuietly(true);
+        Cust_Mode_Color.Enabled.setQuietly(false);
+        Cust_Mode_Matte.Enabled.setQuietly(false);
         BackColor.setQuietly(0x808080);
     }
 } wiring;

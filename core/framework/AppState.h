@@ -16,6 +16,7 @@ struct AppState {
     kwmode::FillStyle FillStyle = kwmode::FillStyle::Colour;   // stored as its number, 16 bits
     int16_t Opacity = 0;
     float BrushFlow = 0;
+    float Pressure = 1;  // the pen's pressure at the mouse position being handled, 0..1; a mouse is 1
     uint8_t GradientIndex = 0;
     uint8_t BrushInterpolate = 1;
     uint8_t NoiseAmount = 0;

@@ -80,10 +80,15 @@ TEST_F(CanvasTest, TheBasterReadsInsideAndTakesNoUndoStep) {
     BufR(3, 4) = 99;
     Move(MouseButton::Left, 6, 8);
     EXPECT_EQ(Form2::HScroll1.Value, 99);
-    // A right click on its button chooses its size; the brush has no such popup yet.
+    Release(MouseButton::Left, 6, 8);
+    // So does the press: right of the middle at 200 % it picks at once.
+    Press(MouseButton::Left, 2 * (W - 1), 10);
+    EXPECT_EQ(Form2::HScroll1.Value, 10);
+    Release(MouseButton::Left, 2 * (W - 1), 10);
+    // A right click on its button chooses its size; on the brush, the media.
     Commands().toolOf(Form2::Option6)->settings();
-    EXPECT_EQ(host.popups, std::vector<std::string>{"TBaster"});
-    EXPECT_EQ(Commands().toolOf(Form2::Option1)->settings, nullptr);
+    Commands().toolOf(Form2::Option1)->settings();
+    EXPECT_EQ(host.popups, (std::vector<std::string>{"TBaster", "Media"}));
 }
 
 TEST_F(CanvasTest, AShiftClickSetsTheCloneSourceAndPantoTakesItsOffset) {
