@@ -276,16 +276,12 @@ void AlphaToBlack() {
 }
 
 void FindSelection() {
-    const int w = PictureWidth({&BufA}), h = PictureHeight({&BufA});
-    SelLeft = static_cast<int16_t>(w - 1);
-    SelTop = static_cast<int16_t>(h - 1);
-    SelRight = SelBottom = 0;
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x)
-            if (BufA(x, y) != 0) {
-                SelLeft = static_cast<int16_t>(std::min<int>(SelLeft, x));
-                SelRight = static_cast<int16_t>(std::max<int>(SelRight, x));
-                SelTop = static_cast<int16_t>(std::min<int>(SelTop, y));
-                SelBottom = static_cast<int16_t>(std::max<int>(SelBottom, y));
-            }
+    int left, top, right, bottom;
+    if (FindSelection(left, top, right, bottom)) {
+        SelLeft = static_cast<int16_t>(left), SelTop = static_cast<int16_t>(top);
+        SelRight = static_cast<int16_t>(right), SelBottom = static_cast<int16_t>(bottom);
+    } else {  // no alpha: a box no loop enters
+        SelLeft = static_cast<int16_t>(W() - 1), SelTop = static_cast<int16_t>(H() - 1);
+        SelRight = SelBottom = 0;
+    }
 }
