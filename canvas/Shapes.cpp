@@ -18,6 +18,7 @@
 #include "core/frame/Form2.h"
 #include "core/framework/AppState.h"
 #include "core/framework/Codes.h"
+#include "native/DeliverRows.h"
 #include "native/Shapes.h"
 
 int16_t SelLeft = 0, SelRight = 0, SelTop = 0, SelBottom = 0;
@@ -52,10 +53,21 @@ void DeliverRows(const kwfill::DeliverSettings& settings, kwfill::DeliverState& 
                  int y0, int y1, SpanOf spanOf) {
     const kwfill::DeliverSettings s = settings;  // kept in registers: the stores cannot alias it
     kwfill::DeliverState st = state;
+    // A plain colour is a table per channel: all but the last pixel of a span go
+    // through the tables as the whole-buffer fill's rows do, and the last through
+    // the pixel kernel, which leaves the kept values as the span would.
+    const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, b.left, b.right, 0, 0);
+    const bool byTable = plan.byTable && !toAlpha;
     for (int y = y0; y <= y1; ++y) {
         Span sp{};
         if (!spanOf(y, sp)) continue;
         uint8_t *r = BufR.row(y), *g = BufG.row(y), *bl = BufB.row(y);
+        if (byTable && sp.last > sp.first) {
+            uint8_t* out[3] = {r + sp.first, g + sp.first, bl + sp.first};
+            const size_t at = static_cast<size_t>(y) * s.stride + static_cast<size_t>(sp.first);
+            kwfill::detail::PlainRow<Steps>(s, plan, at, out, sp.last - sp.first);
+            sp.first = sp.last;
+        }
         for (int x = sp.first; x <= sp.last; ++x) {
             const uint32_t v = DeliverPixel<Steps>(s, st, colour, x, y, b.left, b.top, b.right, b.bottom);
             const uint8_t cr = static_cast<uint8_t>(v), cg = static_cast<uint8_t>(v >> 8),

@@ -5,6 +5,7 @@
 
 #include "canvas/CanvasState.h"
 #include "canvas/Shapes.h"
+#include "colour/DeliverPixel.h"
 #include "colour/Gradient.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/Commands.h"
@@ -255,3 +256,38 @@ TEST_F(ShapeTest, PopupsOfTheToolsAndTheClearButtonAndTheirEntries) {
     EXPECT_EQ(host.shown, (std::vector<std::string>{"Spraxel", "Spraxel"}));
 }
 }  // namespace
+
+// A filled rectangle over the whole picture paints what the whole-buffer fill
+// paints: the shapes take the plain colour's quick rows too, and they must give
+// the pixel kernel's bytes in every mode, at every opacity, through alpha or not.
+TEST_F(ShapeTest, AFilledRectangleOverThePictureIsTheWholeBufferFill) {
+    Form2::Option2.Tag = "filled";
+    for (int y = 0; y <= H; ++y)
+        for (int x = 0; x <= W; ++x) {
+            BufR(x, y) = static_cast<uint8_t>(x * 7 + y);
+            BufG(x, y) = static_cast<uint8_t>(x * 3 + y * 5);
+            BufB(x, y) = static_cast<uint8_t>(255 - x - y);
+            BufA(x, y) = static_cast<uint8_t>(x * 11 + y * 13);
+            SwapR(x, y) = SwapG(x, y) = SwapB(x, y) = static_cast<uint8_t>(x + y * 2);
+        }
+    Plane r0, g0, b0;
+    r0.copyFrom(BufR), g0.copyFrom(BufG), b0.copyFrom(BufB);
+    auto restore = [&] { BufR.copyFrom(r0), BufG.copyFrom(g0), BufB.copyFrom(b0); };
+    using kwmode::FillMode;
+    for (FillMode mode : {FillMode::Default, FillMode::Add, FillMode::Subtract, FillMode::Multiply, FillMode::Divide,
+                          FillMode::Screen, FillMode::Rubthrough})
+        for (int opacity : {0, 1, 127, 128, 254, 255})
+            for (uint8_t alphaOff : {uint8_t(255), uint8_t(0)}) {
+                App.FillMode = mode;
+                Form2::HScroll4.Value = opacity;
+                App.AlphaOff = alphaOff;
+                restore();
+                Drag(Form2::Option2, 0, 0, W - 1, H - 1);
+                ASSERT_EQ(App.Opacity, opacity);
+                const auto shape = Pixels();
+                restore();
+                DeliverFill(Form2::Shape4.FillColor);
+                ASSERT_EQ(shape, Pixels()) << "mode " << int(mode) << " opacity " << opacity << " alpha "
+                                           << (alphaOff == 0 ? "on" : "off");
+            }
+}
