@@ -11,12 +11,14 @@ REPS=3
 
 scripts/install-deps.sh --bench
 cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DKW_TESTS=OFF -DKW_BENCH=ON >/dev/null
-cmake --build build-bench -j2 --target bench_display bench_undo bench_targa colour_bench bench_brush
+cmake --build build-bench -j2 --target bench_display bench_undo bench_targa colour_bench bench_brush \
+  bench_anim bench_filter bench_draw bench_custom_brush
 mkdir -p "$OUT"
 
 # One thread everywhere: our code has one, and the peers are held to one.
 export OMP_NUM_THREADS=1 OPENCV_FOR_THREADS_NUM=1
-for b in colour_bench bench_undo bench_display bench_targa bench_brush; do
+for b in colour_bench bench_undo bench_display bench_targa bench_brush bench_anim bench_filter bench_draw \
+         bench_custom_brush; do
   echo "running $b" >&2
   taskset -c 1 "build-bench/bench/$b" --benchmark_repetitions="$REPS" --benchmark_report_aggregates_only=true \
     --benchmark_format=json --benchmark_out="$OUT/$b.json" --benchmark_out_format=json >/dev/null
@@ -59,6 +61,14 @@ rows = [
     ("Targa read RLE vs Pillow", "BM_TargaReadRle", "BM_PillowReadRle/iterations:10/manual_time"),
     ("Targa write 24-bit vs Pillow", "BM_TargaWrite24", "BM_PillowWrite24/iterations:10/manual_time"),
     ("Brush segment (fast) vs libmypaint", "BM_Segment_Fast", "BM_Segment_Libmypaint"),
+    ("Frame change 1920x1080 vs six copies + FastRefresh32", "BM_FrameChange", "BM_SixCopiesAndFastRefresh32"),
+    ("FastGaussian half 12 vs sepFilter2D 25 taps", "BM_FastGaussian/12/1/real_time",
+     "BM_OpenCV_SepFilter2D/12/1/real_time"),
+    ("FastGaussian half 32 vs sepFilter2D 65 taps", "BM_FastGaussian/32/1/real_time",
+     "BM_OpenCV_SepFilter2D/32/1/real_time"),
+    ("SetValue vs cv::LUT", "BM_SetValue/1/real_time", "BM_OpenCV_LUT/1/real_time"),
+    ("ConvolveAlpha vs filter2D 3x3", "BM_ConvolveAlpha/1/real_time", "BM_OpenCV_Filter2D3x3/1/real_time"),
+    ("Lasso fill, 2000 points, vs one pass over alpha", "BM_LassoFill", "BM_AlphaPass"),
 ]
 print("CPU time per operation (median of the repetitions), pinned to one core")
 print(f"{'What':52} {'ours ms':>10} {'baseline ms':>12} {'ratio':>7}")
