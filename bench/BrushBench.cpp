@@ -18,7 +18,7 @@
 #include "core/document/Buffers.h"
 #include "core/frame/Form2.h"
 #include "core/framework/MixTables.h"
-#include "tests/support/ScriptedHost.h"
+#include "bench/PaintingDocument.h"
 
 #ifdef KW_HAVE_MYPAINT
 extern "C" {
@@ -32,15 +32,8 @@ constexpr int PictureW = 4000, PictureH = 3000;
 constexpr int SegmentLength = 100, Step = 2, Dabs = SegmentLength / Step;
 constexpr float Radius = 17;  // size 68
 
-struct Document {
-    ScriptedHost host;
-    Document() {
-        BuildMixTables(nullptr);
-        host.surface = CanvasSurface{1600, 1000, 32, 0, 0};
-        MakeTestDocument(PictureW, PictureH);
-        Kelpwick::Compose();
-        StartupPaper();
-        StartupBrushes();
+struct Document : PaintingDocument {
+    Document() : PaintingDocument(PictureW, PictureH) {
         PickStockBrush(2);  // soft
         BrushOptions::Option3.Value = true;
         Form2::HScroll5.Value = 68;

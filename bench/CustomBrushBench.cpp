@@ -17,21 +17,14 @@
 #include "core/framework/MixTables.h"
 #include "native/BrushKernels.h"
 #include "native/CustomBrushKernels.h"
-#include "tests/support/ScriptedHost.h"
+#include "bench/PaintingDocument.h"
 
 namespace {
 constexpr int PictureW = 4000, PictureH = 3000, Side = 200;
 constexpr int SegmentLength = 100, Step = 8, Stamps = 13;
 
-struct Document {
-    ScriptedHost host;
-    Document() {
-        BuildMixTables(nullptr);
-        host.surface = CanvasSurface{1600, 1000, 32, 0, 0};
-        MakeTestDocument(PictureW, PictureH);
-        Kelpwick::Compose();
-        StartupPaper();
-        StartupBrushes();
+struct Document : PaintingDocument {
+    Document() : PaintingDocument(PictureW, PictureH) {
         Form2::HScroll4.Value = 255;
         Form2::slider1.Value = Step;
         // A brush cut from a picture of stripes, its coverage a ramp.

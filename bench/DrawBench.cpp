@@ -26,19 +26,13 @@
 #include "core/framework/AppState.h"
 #include "core/framework/MixTables.h"
 #include "native/Shapes.h"
-#include "tests/support/ScriptedHost.h"
+#include "bench/PaintingDocument.h"
 
 namespace {
 constexpr int PictureW = 4000, PictureH = 3000;
 
-struct Document {
-    ScriptedHost host;
-    Document() {
-        BuildMixTables(nullptr);
-        host.surface = CanvasSurface{1600, 1000, 32, 0, 0};
-        MakeTestDocument(PictureW, PictureH);
-        StartupPaper();
-        StartupBrushes();
+struct Document : PaintingDocument {
+    Document() : PaintingDocument(PictureW, PictureH) {
         Form2::HScroll4.Value = 255;
         Form2::Shape4.FillColor = 0x3060C0;
         App.AlphaOff = 255;

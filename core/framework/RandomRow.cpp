@@ -21,15 +21,7 @@ namespace {
 
 using State = std::array<uint64_t, 4>;
 
-void Step(State& s) {
-    const uint64_t t = s[1] << 17;
-    s[2] ^= s[0];
-    s[3] ^= s[1];
-    s[1] ^= s[2];
-    s[0] ^= s[3];
-    s[2] ^= t;
-    s[3] = (s[3] << 45) | (s[3] >> 19);
-}
+void Step(State& s) { StepRandomState(s.data()); }
 
 // The states `steps` steps on from each one-bit state: the columns of the matrix.
 struct Jump {

@@ -53,9 +53,8 @@ struct RandomState {
     uint64_t s[4];
 };
 extern RandomState Random;
-inline uint64_t NextRandom() {
-    uint64_t* s = Random.s;
-    const uint64_t result = s[0] + s[3];
+// One step of the state, the draw aside: shared by single draws and rows of them.
+inline void StepRandomState(uint64_t* s) {
     const uint64_t t = s[1] << 17;
     s[2] ^= s[0];
     s[3] ^= s[1];
@@ -63,6 +62,11 @@ inline uint64_t NextRandom() {
     s[0] ^= s[3];
     s[2] ^= t;
     s[3] = (s[3] << 45) | (s[3] >> 19);
+}
+inline uint64_t NextRandom() {
+    uint64_t* s = Random.s;
+    const uint64_t result = s[0] + s[3];
+    StepRandomState(s);
     return result;
 }
 // 53 random bits: never reaches 1.
