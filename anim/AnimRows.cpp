@@ -2,6 +2,7 @@
 #include "anim/AnimRows.h"
 
 #include "anim/AnimFile.h"
+#include "anim/ApplyToFrames.h"
 #include "anim/FrameStore.h"
 #include "anim/Transport.h"
 #include "core/frame/MDIForm1.h"
@@ -19,6 +20,7 @@ Rows AnimRows() {
                   {&Ani_Save, Ani_Save_Click},
                   {&Ani_sequence_Load, Ani_sequence_Load_Click},
                   {&Ani_sequence, Ani_Sequence_Click},
+                  {&Ani_ApplyFrames, Ani_ApplyFrames_Click},
                   {&Ani_Free, Ani_Free_Click},
                   {&Ani_Interface, Ani_Interface_Click},
                   {&Menus::Anim_ClearFrames, Menus::Anim_ClearFrames_Click}};
@@ -31,8 +33,5 @@ Rows AnimRows() {
                      OnEvent(Anim_Insert, ControlEvent::Click, Anim_Insert_Click),
                      OnEvent(Anim_Delete, ControlEvent::Click, Anim_Delete_Click),
                      OnEvent(Anim_Timer, ControlEvent::Timer, Anim_Timer_Timer)};
-    rows.keys = {OnDown(VirtualKey::Right, ShiftState::None, Anim_Next_Click),
-                 OnDown(VirtualKey::Left, ShiftState::None, Anim_Previous_Click),
-                 OnPress(' ', Anim_Stop_Click)};
     return rows;
 }

@@ -1,6 +1,7 @@
 // The start-up sequence, run by the creation of the tool panel. Later steps rely
 // on earlier ones, so the order below is the order of the program.
 #include "app/Startup.h"
+#include "app/KeyTable.h"
 
 #include "anim/AnimRows.h"
 #include "core/document/AnimationGuard.h"
@@ -20,6 +21,7 @@
 #include "core/document/Undo.h"
 #include "core/display/Display.h"
 #include "core/display/Form1.h"
+#include "core/frame/KeyboardHelp.h"
 #include "core/frame/Form2.h"
 #include "core/frame/FrameRows.h"
 #include "core/framework/Commands.h"
@@ -106,6 +108,7 @@ Rows AllRows() {
     rows += BrushRows();
     rows += CanvasRows();
     rows += AnimRows();
+    rows += KeyRows();
     return rows;
 }
 
@@ -118,6 +121,7 @@ void Compose() {
     ConnectHooks();
     const Rows rows = AllRows();
     Commands().install(rows);
+    KeyboardHelp::KeyReferenceText = KeyReference();
     SetDefaultWells();  // the wells have colours before any well file is read
 }
 

@@ -1,6 +1,6 @@
 // The brush folder's rows: the current brush picture, its palette and the size
 // slider of the tool panel, the brush options panel, the custom brush's menu,
-// panels and picture, and the keys of all of them.
+// panels and picture.
 #include "brush/BrushRows.h"
 
 #include "brush/Brush.h"
@@ -46,36 +46,12 @@ std::vector<MenuRow> CustomBrushMenus() {
             {&brush_Seamless, brush_Seamless_Click}};
 }
 
-// B takes the custom brush back when one exists.
-void CustomBrushBack() {
-    if (BrushWidth <= 0) return;
-    App.CustomBrushOn = -1;
-    Picture1_Paint();
-}
-
-std::vector<KeyRow> CustomBrushKeys() {
-    using namespace MDIForm1;
-    const int16_t none = ShiftState::None;
-    return {OnRelease(VirtualKey::F1, none, Cust_Mode_Color_Click),
-            OnRelease(VirtualKey::F2, none, Cust_Mode_Matte_Click),
-            OnPress('h', [] { Show(BrushKey::form); }),
-            OnPress('g', [] { Show(Airbrush_Options::form); }),
-            OnPress('.', Menus::Default_Single_Click),
-            OnPress('Z', Cust_RotateArbitrary_Click),
-            OnPress('B', CustomBrushBack),
-            OnPress('x', Cust_flipx_Click),
-            OnPress('y', Cust_Flipy_Click),
-            OnPress('z', Cust_Rotate_Click)};
-}
 }  // namespace
 
 Rows BrushRows() {
     Rows rows;
-    auto showSpraxel = [] { Show(Spraxel::form, false, &MDIForm1::form); };
-    rows.keys = {OnPress(KeyChar::Escape, ClearAllGads), OnPress('o', ShowBrushOptions), OnPress('i', showSpraxel)};
-    for (KeyRow& k : CustomBrushKeys()) rows.keys.push_back(std::move(k));
     rows.menus = CustomBrushMenus();
-    rows.menus.push_back({&MDIForm1::Win_Spraxel, showSpraxel});
+    rows.menus.push_back({&MDIForm1::Win_Spraxel, ShowSpraxel});
     for (MenuRow& m : MediaMenuRows()) rows.menus.push_back(std::move(m));
     rows.controls = BrushControls();
     return rows;

@@ -61,6 +61,13 @@ Form form("BrushResample", "Resample brush");
 TextBox Text1(form, "Text1", "100", [] { Follow(Text1, Text2, BrushWidth, BrushHeight); });
 TextBox Text2(form, "Text2", "100", [] { Follow(Text2, Text1, BrushHeight, BrushWidth); });
 CheckBox Check1(form, "Check1", "Constrain");
+// The scale in percent of the brush as it is: both boxes follow it.
+Slider Hscroll1(form, "Hscroll1", 1, 400, 100, [] {
+    following = true;
+    Text1.Text = std::to_string(std::max<int>(1, vb::CInt(BrushWidth * Hscroll1.Value / 100.0)));
+    Text2.Text = std::to_string(std::max<int>(1, vb::CInt(BrushHeight * Hscroll1.Value / 100.0)));
+    following = false;
+});
 CommandButton Command1(form, "Command1", "Ok", [] { Command1_Click(); }, ButtonRole::Default);
 CommandButton Command2(form, "Command2", "Cancel", [] { Hide(form); }, ButtonRole::Cancel);
 
@@ -75,6 +82,7 @@ struct Wiring {
     Wiring() {
         Text1.Caption.setQuietly(" Width");
         Text2.Caption.setQuietly(" Height");
+        Hscroll1.Caption.setQuietly("Scale %");
     }
 } wiring;
 }  // namespace

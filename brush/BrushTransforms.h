@@ -35,6 +35,7 @@ namespace BrushResample {
 extern Form form;
 extern TextBox Text1, Text2;  // width, height
 extern CheckBox Check1;       // "Constrain"
+extern Slider Hscroll1;       // scale in percent, writing both boxes
 extern CommandButton Command1, Command2;
 void Command1_Click();
 }  // namespace BrushResample

@@ -229,3 +229,9 @@ void PaintBrushThumbnail(PictureBox& p) {
     }
     p.Refresh();
 }
+
+void CustomBrushBack() {
+    if (BrushWidth <= 0) return;
+    App.CustomBrushOn = -1;
+    Picture1_Paint();
+}

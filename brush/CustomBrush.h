@@ -37,6 +37,8 @@ bool LoadBrushFile(const std::string& path);
 bool SaveTargaBrush(const std::string& TargaFilename, uint8_t TargaFlags);
 // The brush's rows turned upside down (a top-left file, the vertical flip).
 void FlipBrushRows();
+// Painting goes back to the custom brush, when one exists.
+void CustomBrushBack();
 
 namespace MDIForm1 {
 void Cust_Copy_Click();

@@ -120,7 +120,13 @@ void Cust_Load_Click() {
     BrushDialog.Filter = BrushOpenFilter;
     auto chosen = host().OpenFileDialog(BrushDialog);
     if (!chosen) return;
-    LoadBrushFile(*chosen);
+    // "All supported files" reads any picture through a temporary Targa.
+    if (BrushDialog.FilterIndex <= 1) {
+        LoadBrushFile(*chosen);
+        return;
+    }
+    const std::string temp = TempFile("TempTGA.tga");
+    if (ConvertToTarga(*chosen, temp) == 0) LoadBrushFile(temp);
 }
 
 void Cust_Save_Click() {

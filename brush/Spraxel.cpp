@@ -9,6 +9,8 @@
 #include "core/display/Display.h"
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
+#include "core/frame/MDIForm1.h"
+#include "core/framework/Host.h"
 #include "core/framework/vb.h"
 
 namespace Spraxel {
@@ -185,3 +187,5 @@ void SpraxelMouseUp() {
     RedisplayWindow();
     Setup_particles();
 }
+
+void ShowSpraxel() { Show(Spraxel::form, false, &MDIForm1::form); }

@@ -23,6 +23,8 @@ extern CheckBox Check2;          // bristles "Enabled"
 void Check1_Click();
 void Check2_Click();
 }  // namespace Spraxel
+// The panel, shown beside the frame.
+void ShowSpraxel();
 
 struct Particle {
     int32_t State = 0;  // 0 never used, 1 live, 2 dead

@@ -1,5 +1,5 @@
-// The canvas folder's rows: its tools in the order of the tool panel, and
-// shift with the arrows nudging the selection.
+// The canvas folder's rows: its tools in the order of the tool panel, and the
+// clear button's colours.
 #include "canvas/CanvasRows.h"
 
 #include "canvas/CanvasInput.h"
@@ -11,11 +11,6 @@
 #include "core/framework/Codes.h"
 
 namespace {
-void Nudge(int dx, int dy) {
-    NudgeAlpha(dx, dy);
-    RedisplayWindow();
-}
-
 // Clearing the selection to a colour is one undo step.
 void ClearAlphaPrimary_Click() {
     SaveUndo();
@@ -42,11 +37,5 @@ Rows CanvasRows() {
     rows += BrushSelectRows();
     rows.menus.push_back({&Menus::ClearAlphaPrimary, ClearAlphaPrimary_Click});
     rows.menus.push_back({&Menus::ClearAlphaSeconary, ClearAlphaSeconary_Click});
-    using namespace VirtualKey;
-    const int16_t shift = ShiftState::Shift;
-    rows.keys.push_back(OnRelease(Up, shift, [] { Nudge(0, -1); }));
-    rows.keys.push_back(OnRelease(Down, shift, [] { Nudge(0, 1); }));
-    rows.keys.push_back(OnRelease(Left, shift, [] { Nudge(-1, 0); }));
-    rows.keys.push_back(OnRelease(Right, shift, [] { Nudge(1, 0); }));
     return rows;
 }

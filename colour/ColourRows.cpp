@@ -53,8 +53,6 @@ Rows ColourRows() {
                   {&MDIForm1::WPickColor, WPickColor_Click},
                   {&MDIForm1::SaveWells, SaveWells_Click},
                   {&MDIForm1::Loadwells, Loadwells_Click}};
-    rows.keys = {OnPress('p', win_Gradient_Click), OnPress('q', Buffer_Fill_Click),
-                 OnPress(']', NextGradientColour), OnPress('[', PreviousGradientColour)};
     rows.controls = PaperControls();
     for (ControlRow& r : PickerControls()) rows.controls.push_back(std::move(r));
     return rows;

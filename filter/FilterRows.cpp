@@ -13,12 +13,12 @@
 #include "filter/FadeLast.h"
 #include "filter/FilterMenus.h"
 #include "filter/Keying.h"
+#include "filter/KeptFilter.h"
 
 namespace {
 std::vector<MenuRow> AdjustRows() {
     using namespace MDIForm1;
-    return {{&FadePrevious, FadePrevious_Click},
-            {&ColorBalance2, ColorBalance2_Click},
+    return {{&ColorBalance2, ColorBalance2_Click},
             {&MDIForm1::ColorBalance, ColorBalance_Click},
             {&Adj_Binary_Controst, Adj_Binary_Controst_Click},
             {&Adjust_Sat, Adjust_Sat_Click},
@@ -40,8 +40,7 @@ std::vector<MenuRow> BlurRows() {
     return {{&Simpleblur, Simpleblur_Click},
             {&FastGaus, FastGaus_Click},
             {&Adjustableblur, Adjustableblur_Click},
-            {&BlurLightDifuse, BlurLightDifuse_Click},
-            {&Alpha_Blur, Alpha_Blur_Click}};
+            {&BlurLightDifuse, BlurLightDifuse_Click}};
 }
 
 std::vector<MenuRow> CombineRows() {
@@ -76,7 +75,11 @@ std::vector<MenuRow> CombineRows() {
 
 Rows FilterRows() {
     Rows rows;
+    // Every filter of the picture can be kept for the frames; fading the last
+    // action and blurring the selection work on what frames do not hold.
     for (auto* part : {AdjustRows, BlurRows, CombineRows})
-        for (MenuRow& r : part()) rows.menus.push_back(std::move(r));
+        for (MenuRow& r : RememberedFilters(part())) rows.menus.push_back(std::move(r));
+    rows.menus.push_back({&MDIForm1::FadePrevious, FadePrevious_Click});
+    rows.menus.push_back({&MDIForm1::Alpha_Blur, Alpha_Blur_Click});
     return rows;
 }

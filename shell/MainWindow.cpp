@@ -74,8 +74,10 @@ MainWindow::MainWindow() {
     Form1::form.viewHook = [self] {
         if (!self) return;
         self->canvasWindow_->setWindowTitle(Q(Form1::form.Caption));
-        self->canvas_->viewport()->setCursor(Form1::form.MousePointer == Pointer::Busy ? Qt::WaitCursor
-                                                                                      : Qt::CrossCursor);
+        const int pointer = Form1::form.MousePointer;
+        self->canvas_->viewport()->setCursor(pointer == Pointer::Busy   ? Qt::WaitCursor
+                                             : pointer == Pointer::Help ? Qt::WhatsThisCursor
+                                                                        : Qt::CrossCursor);
         self->applyFrame();
     };
 }

@@ -54,6 +54,5 @@ Rows BasterRows() {
     tool.settings = Settings;
     tool.marksPicture = false;
     rows.tools = {tool};
-    rows.keys = {OnPress(',', [] { PickTool(Form2::Option6); })};
     return rows;
 }

@@ -74,6 +74,5 @@ Rows BrushSelectRows() {
     tool.marksPicture = false;
     tool.crosshair = true;
     rows.tools = {tool};
-    rows.keys = {OnPress('b', [] { PickTool(Form2::Option20); })};
     return rows;
 }

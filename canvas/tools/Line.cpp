@@ -61,7 +61,6 @@ Rows LineRows() {
     tool.settings = Settings;
     tool.brushBox = true;
     rows.tools = {tool};
-    rows.keys = {OnPress('v', [] { PickTool(Form2::Option18); })};
     rows.menus = {{&Menus::linetool_Line, [] { Menus::linetool_Line.Checked = true; }}};
     return rows;
 }

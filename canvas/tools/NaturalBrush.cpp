@@ -36,6 +36,5 @@ Rows NaturalBrushRows() {
     tool.brushBox = true;
     tool.settings = [] { host().PopupMenu(MediaMenu()); };
     rows.tools = {tool};
-    rows.keys = {OnPress('d', [] { PickTool(Form2::Option1); })};
     return rows;
 }

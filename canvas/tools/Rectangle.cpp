@@ -51,8 +51,6 @@ Rows RectangleRows() {
                             "Upper left, unfilled rectangle.  Lower right, filled rectangle.  Right click for "
                             "settings.  Keyboard r/R",
                             RectDown, RectMove, RectUp)};
-    rows.keys = {OnPress('r', [] { Pick(Form2::Option2, "unfilled", "Rect"); }),
-                 OnPress('R', [] { Pick(Form2::Option2, "filled", "Filled rect"); })};
     return rows;
 }
 
@@ -61,7 +59,15 @@ Rows EllipseRows() {
     rows.tools = {ShapeTool(Form2::Option3,
                             "Upper left, unfilled ellipse.  Lower right, filled ellipse.  Right click for settings",
                             EllipseDown, EllipseMove, EllipseUp)};
-    rows.keys = {OnPress('c', [] { Pick(Form2::Option3, "unfilled", "Ellipse"); }),
-                 OnPress('C', [] { Pick(Form2::Option3, "filled", "Filled ellipse"); })};
     return rows;
+}
+
+void PickRectangle(bool filled) {
+    if (filled) Pick(Form2::Option2, "filled", "Filled rect");
+    else Pick(Form2::Option2, "unfilled", "Rect");
+}
+
+void PickEllipse(bool filled) {
+    if (filled) Pick(Form2::Option3, "filled", "Filled ellipse");
+    else Pick(Form2::Option3, "unfilled", "Ellipse");
 }

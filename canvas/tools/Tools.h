@@ -1,6 +1,6 @@
 // The canvas tools, one file each, and what their procedures share. Each tool
-// file holds its procedures, its state and its rows (the tool row and the key
-// that picks it); canvas/CanvasRows.cpp gathers them.
+// file holds its procedures, its state and its tool row; canvas/CanvasRows.cpp
+// gathers them, and the keys that pick them stand in the program's key table.
 #pragma once
 
 #include <algorithm>
@@ -24,6 +24,10 @@ void StretchRubberBox(int16_t Button, float X, float Y, bool fromCentre);
 // The rubber box's release: it hides and the crosshair comes back.
 void EndRubberBox(float X, float Y);
 }  // namespace canvastool
+
+// The shape tools picked with their fill, the button's caption saying which.
+void PickRectangle(bool filled);
+void PickEllipse(bool filled);
 
 Rows NaturalBrushRows();
 Rows BasterRows();

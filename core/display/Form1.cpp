@@ -1,6 +1,7 @@
 // The canvas window: its load, the marquee timer and the keys every panel forwards.
 #include "core/display/Form1.h"
 
+#include "core/framework/Codes.h"
 #include "core/framework/AppState.h"
 #include "core/document/Buffers.h"
 #include "core/display/Display.h"
@@ -96,6 +97,20 @@ void Form_KeyUp(int16_t& keyCode, int16_t shift) {
 }
 
 void Form_KeyPress(int16_t& keyAscii) { Commands().keyPress(keyAscii); }
+
+namespace {
+bool helpPointer = false;
+}  // namespace
+
+void ToggleHelpPointer() {
+    helpPointer = !helpPointer;
+    Form_GotFocus();
+    if (!helpPointer) form.MousePointer = Pointer::Default;
+}
+
+void Form_GotFocus() {
+    if (helpPointer) form.MousePointer = Pointer::Help;
+}
 
 void Form_KeyDown(int16_t& keyCode, int16_t shift) { Commands().keyDown(keyCode, shift); }
 }  // namespace Form1

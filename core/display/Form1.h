@@ -42,6 +42,10 @@ void Timer1_Timer();
 void Form_KeyPress(int16_t& keyAscii);
 void Form_KeyDown(int16_t& keyCode, int16_t shift);
 void Form_KeyUp(int16_t& keyCode, int16_t shift);
+// The help pointer: a key turns it on and off; while on, the canvas shows it
+// whenever it takes the focus.
+void ToggleHelpPointer();
+void Form_GotFocus();
 // The view was scrolled or resized: a new visible part needs its screen image.
 void ViewportChanged();
 }  // namespace Form1

@@ -1,6 +1,5 @@
 // The core's rows: the frame's menu entries and popups whose commands live in
-// core, the keys of undo, the buffers, the alpha, the size, the painting modes,
-// the opacity and the step.
+// core, and the clear button's popup.
 #include "core/frame/FrameRows.h"
 
 #include "core/display/Display.h"
@@ -67,40 +66,6 @@ std::vector<MenuRow> PopupMenus() {
     return rows;
 }
 
-void StepSize(int by) {
-    Slider& s = Form2::HScroll5;
-    if (by > 0 && s.Value < s.Max) s.Value = s.Value + 1;
-    if (by < 0 && s.Value > s.Min) s.Value = s.Value - 1;
-}
-
-std::vector<KeyRow> FrameKeys() {
-    std::vector<KeyRow> keys = {
-        OnPress('u', RepaintUndo),
-        OnPress('U', Redo),
-        OnPress('a', Redo),
-        OnPress(KeyChar::CtrlZ, RepaintUndo),
-        OnPress(KeyChar::CtrlA, Redo),
-        OnPress('J', CopyToSwap_Click),
-        OnPress('j', swapbuffer_Click),
-        OnPress('S', SwapToAlpha_Click),
-        OnPress('\\', AlphaEnable_Click),
-        OnPress('|', InvertAlpha_Click),
-        OnPress('W', AlhpaToSwap_Click),
-        OnPress('=', [] { StepSize(1); }),
-        OnPress('+', [] { StepSize(1); }),
-        OnPress('_', [] { StepSize(-1); }),
-        OnPress('-', [] { StepSize(-1); }),
-        OnPress('K', Clear_Click),
-    };
-    // The painting modes by list position: 1..9, then 0, ! and @.
-    const char modes[] = "1234567890!@";
-    for (int i = 0; i < 12; ++i) keys.push_back(OnPress(modes[i], [i] { Form2::Combo4.ListIndex = i; }));
-    keys.push_back(OnRelease(VirtualKey::F5, ShiftState::None, [] { Form2::slider1.Value = 1; }));
-    keys.push_back(OnRelease(VirtualKey::F6, ShiftState::None, [] { Form2::HScroll4.Value = 255; }));
-    keys.push_back(OnRelease(VirtualKey::F7, ShiftState::None, [] { Form2::HScroll4.Value = 128; }));
-    keys.push_back(OnRelease(VirtualKey::F8, ShiftState::None, [] { Form2::HScroll4.Value = 64; }));
-    return keys;
-}
 }  // namespace
 
 Rows FrameRows() {
@@ -111,6 +76,5 @@ Rows FrameRows() {
     }));
     rows.menus = FrameMenus();
     for (MenuRow& r : PopupMenus()) rows.menus.push_back(std::move(r));
-    rows.keys = FrameKeys();
     return rows;
 }

@@ -1,9 +1,7 @@
-// The keyboard shortcut reference, read from the program folder, and the help page.
+// The keyboard shortcut reference and the help page.
 #include "core/frame/KeyboardHelp.h"
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "core/display/Display.h"
 #include "core/frame/MDIForm1.h"
@@ -13,23 +11,16 @@
 #include "core/framework/PanelLook.h"
 
 namespace KeyboardHelp {
+std::string KeyReferenceText;
 Form form("KeyboardHelp", "Keyboard shortcut reference");
 TextBox RichTextBox1(form, "RichTextBox1");
 namespace {
-std::string ReadText(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return {};
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
 struct Wiring {
     Wiring() {
         RichTextBox1.MultiLine = true;
         form.Load = [] {
             PrefsCallBack(form);
-            std::string text = ReadText(ProgramFile("Keyboard_Document.rtf"));
-            RichTextBox1.Text = text.empty() ? "The keyboard reference \"Keyboard_Document.rtf\" was not found." : text;
+            RichTextBox1.Text = KeyReferenceText;
         };
     }
 } wiring;

@@ -26,7 +26,8 @@ extern MenuEntry RefreshMethod, Backdrop, MDIBackground, MDIbackgroundBitmap, Pr
     Prefs_ShowWells, SaveWells, Loadwells;
 extern MenuEntry about, Help_Kelhelp, Shortcuts;
 // The animation menu and the transport bar; their procedures live with the frames.
-extern MenuEntry Ani_, Ani_Create, Ani_open, Ani_Save, Ani_sequence_Load, Ani_sequence, Ani_Free, Ani_Interface;
+extern MenuEntry Ani_, Ani_Create, Ani_open, Ani_Save, Ani_sequence_Load, Ani_sequence, Ani_ApplyFrames, Ani_Free,
+    Ani_Interface;
 extern PictureBox Anim_Tools;  // the transport bar, shown or hidden as a whole
 extern Slider AnimScroll;
 extern Label Anim_Label;

@@ -136,6 +136,7 @@ MenuEntry Ani_open(form, "Ani_open", "Open...", &Ani_);
 MenuEntry Ani_Save(form, "Ani_Save", "Save...", &Ani_);
 MenuEntry Ani_sequence_Load(form, "Ani_sequence_Load", "Load sequence...", &Ani_);
 MenuEntry Ani_sequence(form, "Ani_sequence", "Save sequence...", &Ani_);
+MenuEntry Ani_ApplyFrames(form, "Ani_ApplyFrames", "Apply to frames...", &Ani_);
 MenuEntry Ani_Free(form, "Ani_Free", "Free", &Ani_);
 MenuEntry Ani_Interface(form, "Ani_Interface", "Show interface...", &Ani_);
 // Window

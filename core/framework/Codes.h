@@ -35,5 +35,5 @@ constexpr int16_t None = 0, Shift = 1, Ctrl = 2, Alt = 4;
 
 // Form::MousePointer values.
 namespace Pointer {
-constexpr int Default = 0, Busy = 11;
+constexpr int Default = 0, Busy = 11, Help = 99;
 }  // namespace Pointer

@@ -25,17 +25,26 @@ std::optional<std::string> Host::ProgramOutput(const std::string&, const std::ve
     return std::nullopt;
 }
 
+namespace {
+int unseenPanels = 0;
+}  // namespace
+
+UnseenPanels::UnseenPanels() { ++unseenPanels; }
+UnseenPanels::~UnseenPanels() { --unseenPanels; }
+
 void Show(Form& f, bool modal, Form* owner) {
     if (!f.Loaded) {
         f.Loaded = true;
         if (f.Load) f.Load();
     }
-    f.Visible = true;
     f.Modal = modal;
+    if (unseenPanels > 0 && !modal) return f.Visible.setQuietly(true);
+    f.Visible = true;
     host().ShowForm(f, modal, owner);
 }
 
 void Hide(Form& f) {
+    if (unseenPanels > 0 && !f.Modal) return f.Visible.setQuietly(false);
     f.Visible = false;
     host().HideForm(f);
 }

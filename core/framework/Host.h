@@ -124,5 +124,14 @@ void SetHost(Host* h);
 // Shows a form, loading it first (its Load runs once until unloaded).
 void Show(Form& f, bool modal = false, Form* owner = nullptr);
 void Hide(Form& f);
+// While one lives, panels shown without a modal loop do their work without
+// reaching the screen: a kept filter runs again with the values its panel holds.
+class UnseenPanels {
+public:
+    UnseenPanels();
+    ~UnseenPanels();
+    UnseenPanels(const UnseenPanels&) = delete;
+    UnseenPanels& operator=(const UnseenPanels&) = delete;
+};
 void Unload(Form& f);
 

@@ -5,6 +5,10 @@
 
 #include <map>
 #include <set>
+#include <tuple>
+
+#include "app/KeyTable.h"
+#include "core/display/Form1.h"
 
 #include "core/frame/Form2.h"
 #include "core/frame/MDIForm1.h"
@@ -69,6 +73,32 @@ TEST(Tables, EveryKeyRunsItsOwnRowOnly) {
         if (r.on == KeyEvent::Press) presses.insert({r.key, 0});
     for (int16_t k : {KeyChar::CtrlZ, KeyChar::CtrlA, KeyChar::Escape, int16_t('d'), int16_t(','), int16_t('@')})
         EXPECT_TRUE(presses.count({k, 0})) << k;
+}
+
+// No folder binds a key of its own: every installed key is a row of the key
+// table, every line of the table is in the reference, and the keyboard's
+// commands that exist are all there.
+TEST(Tables, EveryKeyStandsInTheKeyTableAndItsReference) {
+    using Key = std::tuple<int, int, int>;
+    auto keyOf = [](const KeyRow& r) { return Key{int(r.on), r.key, r.on == KeyEvent::Press ? 0 : r.shift}; };
+    std::set<Key> table;
+    for (const KeyRow& r : KeyRows().keys) table.insert(keyOf(r));
+    const auto& installed = Commands().rows().keys;
+    EXPECT_EQ(installed.size(), table.size());
+    for (const KeyRow& r : installed) EXPECT_TRUE(table.count(keyOf(r))) << "key " << r.key << " outside the table";
+    const std::string reference = KeyReference();
+    for (const KeyLine& line : KeyTable())
+        EXPECT_NE(reference.find("  " + std::string(line.keys) + " "), std::string::npos) << line.keys;
+    for (char c : std::string("uUapoighb.qZ][JjS\\|WBvdxyz,rRcC=+_-K1234567890!@ ?"))
+        EXPECT_TRUE(table.count({int(KeyEvent::Press), c, 0})) << c;
+    for (int16_t f : {VirtualKey::F1, VirtualKey::F2, VirtualKey::F5, VirtualKey::F6, VirtualKey::F7, VirtualKey::F8})
+        EXPECT_TRUE(table.count({int(KeyEvent::Release), f, ShiftState::None})) << f;
+
+    int16_t help = '?';
+    Form1::Form_KeyPress(help);
+    EXPECT_EQ(Form1::form.MousePointer.get(), Pointer::Help);
+    Form1::Form_KeyPress(help);
+    EXPECT_EQ(Form1::form.MousePointer.get(), Pointer::Default);
 }
 
 TEST(Tables, ToolButtonsAreTheToolGroupsAndTheToolDownIsTheButtonDown) {

@@ -1,5 +1,6 @@
 // The custom brush from the user's side: cut with the selector tool, keyed,
 // painted in colour and matte mode, turned and tiled, saved and loaded.
+#include <cstdlib>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -177,6 +178,9 @@ TEST_F(CustomBrushTest, ResampleAndSeamlessMakeTheirSizes) {
     BrushResample::Check1.Value = 1;
     BrushResample::Text1.Text = "40";
     EXPECT_EQ(BrushResample::Text2.Text.get(), "10");
+    BrushResample::Hscroll1.Value = 250;  // the scale writes both boxes, constrained or not
+    EXPECT_EQ(BrushResample::Text1.Text.get(), "50");
+    EXPECT_EQ(BrushResample::Text2.Text.get(), "12");  // 12.5 rounds half to even
     BrushResample::Check1.Value = 0;
     // Trim 30 % of 20 columns: 14 kept, the first six fading from the columns
     // beyond into their own, so that column 13 runs on into column 0.
@@ -214,6 +218,16 @@ TEST_F(CustomBrushTest, BrushFilesRoundTripAndBadFilesKeepTheBrush) {
     MDIForm1::Cust_Load_Click();
     EXPECT_EQ(BrushPixels(), saved);
     EXPECT_EQ(App.CustomBrushOn, -1);
+    // "All supported files" reads any picture through the converter, alpha and all.
+    const std::string png = TempPath("kw_brush_roundtrip.png");
+    ASSERT_EQ(std::system(("convert TGA:" + path + " -auto-orient " + png).c_str()), 0);
+    host.Answer("Free custom brush?", 1);
+    MDIForm1::Cust_Free_Click();
+    host.openFiles.push_back(png);
+    host.openFilter = 2;
+    MDIForm1::Cust_Load_Click();
+    host.openFilter = 0;
+    EXPECT_EQ(BrushPixels(), saved);
     // An all-transparent 32-bit file loads as an opaque brush.
     BrushA.fill(0);
     ASSERT_TRUE(SaveTargaBrush(path, 1));

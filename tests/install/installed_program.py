@@ -22,7 +22,7 @@ def install(stage):
     link = os.path.join(stage, "bin", "kelpwick")
     assert os.path.islink(link) and os.readlink(link) == "../lib/kelpwick/kelpwick", os.readlink(link)
     assert os.access(os.path.join(stage, "lib", "kelpwick", "kelpwick"), os.X_OK)
-    for name in ("Def_Res.txt", "def_Well.wl", "Def_Gradient.grd", "Kelhelp.html", "Keyboard_Document.rtf"):
+    for name in ("Def_Res.txt", "def_Well.wl", "Def_Gradient.grd", "Kelhelp.html"):
         assert os.path.isfile(os.path.join(stage, "share", "kelpwick", name)), name
     share = os.path.join(stage, "share")
     for rel in (f"applications/{APP_ID}.desktop", f"metainfo/{APP_ID}.metainfo.xml", "man/man1/kelpwick.1",

@@ -122,7 +122,8 @@ void ScriptedHost::ScrollCanvasTo(int x, int y) {
     originY = y;
 }
 
-std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogRequest&) {
+std::optional<std::string> ScriptedHost::OpenFileDialog(FileDialogRequest& dialog) {
+    if (openFilter) dialog.FilterIndex = openFilter;
     if (openFiles.empty()) {
         ADD_FAILURE() << "unexpected open-file dialog";
         return std::nullopt;

@@ -34,6 +34,7 @@ public:
     std::vector<std::string> messages, questions, shown;
     std::vector<std::string> popups;  // names of the popup menus opened, in order
     std::deque<std::optional<std::string>> openFiles, saveFiles;
+    int openFilter = 0;  // the filter an open dialog is answered with; 0 leaves the dialog's own
     std::deque<std::optional<uint32_t>> colours;
     std::vector<std::string> documentsOpened;
     bool documentOpens = true;
