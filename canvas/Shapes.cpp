@@ -48,37 +48,42 @@ struct Span {
     int first, last;
 };
 
-template <unsigned Steps, bool toAlpha, typename SpanOf>
-void DeliverRows(const kwfill::DeliverSettings& settings, kwfill::DeliverState& state, uint32_t colour, const Box& b,
-                 int y0, int y1, SpanOf spanOf) {
+// Each span a row at a time through the fill's row pipeline (tables for a plain
+// colour, gradient positions per column, a row of noise draws), as the
+// whole-buffer fill does; the draws are taken in the order single pixels take them.
+template <unsigned Steps, typename SpanOf>
+void DeliverSpans(const kwfill::DeliverSettings& settings, kwfill::DeliverState& state, uint32_t colour, const Box& b,
+                  int y0, int y1, SpanOf spanOf) {
     const kwfill::DeliverSettings s = settings;  // kept in registers: the stores cannot alias it
     kwfill::DeliverState st = state;
-    // A plain colour is a table per channel: all but the last pixel of a span go
-    // through the tables as the whole-buffer fill's rows do, and the last through
-    // the pixel kernel, which leaves the kept values as the span would.
-    const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, b.left, b.right, 0, 0);
-    const bool byTable = plan.byTable && !toAlpha;
+    const int x0 = std::max(b.left, 0), x1 = std::min(b.right, W() - 1);
+    if (x0 > x1) return;
+    const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, b.left, b.right, x0, x1 + 1);
+    const int per = (Steps & kwfill::DpNoise) ? kwfill::NoiseDrawCount(s) : 0;
+    std::vector<double> draws(static_cast<size_t>(x1 - x0 + 1) * static_cast<size_t>(per));
     for (int y = y0; y <= y1; ++y) {
         Span sp{};
         if (!spanOf(y, sp)) continue;
-        uint8_t *r = BufR.row(y), *g = BufG.row(y), *bl = BufB.row(y);
-        if (byTable && sp.last > sp.first) {
-            uint8_t* out[3] = {r + sp.first, g + sp.first, bl + sp.first};
-            const size_t at = static_cast<size_t>(y) * s.stride + static_cast<size_t>(sp.first);
-            kwfill::detail::PlainRow<Steps>(s, plan, at, out, sp.last - sp.first);
-            sp.first = sp.last;
-        }
+        const int n = sp.last - sp.first + 1;
+        vb::RndRow(draws.data(), static_cast<size_t>(n) * static_cast<size_t>(per));
+        kwfill::DeliverSpan<Steps>(s, plan, st, draws.data(), colour, y, sp.first, n, b.left, b.top, b.right, b.bottom,
+                                   BufR.row(y) + sp.first, BufG.row(y) + sp.first, BufB.row(y) + sp.first);
+    }
+    state = st;
+}
+
+// Into alpha: each pixel's colour through the pixel kernel, its average the coverage.
+template <typename SpanOf>
+void DeliverSpansToAlpha(kwfill::DeliverState& state, const kwfill::DeliverSettings& s, uint32_t colour, const Box& b,
+                         int y0, int y1, SpanOf spanOf) {
+    kwfill::DeliverState st = state;
+    for (int y = y0; y <= y1; ++y) {
+        Span sp{};
+        if (!spanOf(y, sp)) continue;
         for (int x = sp.first; x <= sp.last; ++x) {
-            const uint32_t v = DeliverPixel<Steps>(s, st, colour, x, y, b.left, b.top, b.right, b.bottom);
-            const uint8_t cr = static_cast<uint8_t>(v), cg = static_cast<uint8_t>(v >> 8),
-                          cb = static_cast<uint8_t>(v >> 16);
-            if constexpr (toAlpha) {
-                BufA.row(y)[x] = static_cast<uint8_t>(vb::CInt((cr + cg + cb) / 3.0));
-            } else {
-                r[x] = cr;
-                g[x] = cg;
-                bl[x] = cb;
-            }
+            const uint32_t v = DeliverPixel<kwfill::DpAll>(s, st, colour, x, y, b.left, b.top, b.right, b.bottom);
+            const int sum = static_cast<int>(v & 255) + static_cast<int>((v >> 8) & 255) + static_cast<int>((v >> 16) & 255);
+            BufA.row(y)[x] = static_cast<uint8_t>(vb::CInt(sum / 3.0));
         }
     }
     state = st;
@@ -98,9 +103,9 @@ void FillShape(uint32_t colour, const Box& b, int y0, int y1, SpanOf spanOf) {
         DeliverRun run = DeliverBegin();
         // Compiled for the steps the settings need and for the plane written, as the whole-buffer fill is.
         const bool plain = kwfill::DeliverSteps(run.settings) == 0;
-        if (toAlpha) DeliverRows<kwfill::DpAll, true>(run.settings, run.state, colour, b, y0, y1, spanOf);
-        else if (plain) DeliverRows<0, false>(run.settings, run.state, colour, b, y0, y1, spanOf);
-        else DeliverRows<kwfill::DpAll, false>(run.settings, run.state, colour, b, y0, y1, spanOf);
+        if (toAlpha) DeliverSpansToAlpha(run.state, run.settings, colour, b, y0, y1, spanOf);
+        else if (plain) DeliverSpans<0>(run.settings, run.state, colour, b, y0, y1, spanOf);
+        else DeliverSpans<kwfill::DpAll>(run.settings, run.state, colour, b, y0, y1, spanOf);
         DeliverEnd(run.state);
     }
     if (toAlpha) ShowNewSelection();

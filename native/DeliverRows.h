@@ -218,9 +218,11 @@ inline void PlainRow(const DeliverSettings& s, const FillPlan& plan, size_t rowA
 
 // The colour and opacity (before paper) of each pixel from the fill style:
 // the plan's column rows for a gradient across, one value for the row down or
-// for a plain colour, the ellipse pixel by pixel.
+// for a plain colour, the ellipse pixel by pixel. The row starts k columns
+// into the plan's.
 template <unsigned Steps>
-inline void StyleRow(const DeliverSettings& s, const FillPlan& plan, uint32_t colour, int y, int n, int Y1, int Y2) {
+inline void StyleRow(const DeliverSettings& s, const FillPlan& plan, uint32_t colour, int y, int k, int n, int Y1,
+                     int Y2) {
     using kwmode::FillStyle;
     RowScratch& w = plan.scratch;
     int32_t* __restrict R = w.r.data();
@@ -233,14 +235,14 @@ inline void StyleRow(const DeliverSettings& s, const FillPlan& plan, uint32_t co
     };
     if (style == FillStyle::Horizontal || style == FillStyle::FitHorizontal) {
         const size_t bytes = static_cast<size_t>(n) * sizeof(int32_t);
-        std::memcpy(R, plan.columnR.data(), bytes);
-        std::memcpy(G, plan.columnG.data(), bytes);
-        std::memcpy(B, plan.columnB.data(), bytes);
-        std::memcpy(O, plan.columnOpacity.data(), bytes);
+        std::memcpy(R, plan.columnR.data() + k, bytes);
+        std::memcpy(G, plan.columnG.data() + k, bytes);
+        std::memcpy(B, plan.columnB.data() + k, bytes);
+        std::memcpy(O, plan.columnOpacity.data() + k, bytes);
     } else if (style == FillStyle::Circular) {
         const float dy = EllipseOffset(y, Y1, Y2);
         for (int i = 0; i < n; ++i) {
-            const float dx = plan.columnOffset[static_cast<size_t>(i)];
+            const float dx = plan.columnOffset[static_cast<size_t>(k + i)];
             step(i, GradientStep((dx * dx + dy * dy) / 128.0f));
         }
     } else {
@@ -278,15 +280,15 @@ inline void ModeRow(const DeliverSettings& s, const FillPlan& plan, size_t rowAt
     }
 }
 
-// The paper's inputs of the row, its columns wrapping at the paper's width.
-inline void PaperRow(const DeliverSettings& s, const FillPlan& plan, int y, int n) {
+// The paper's inputs of the row from column `first`, wrapping at the paper's width.
+inline void PaperRow(const DeliverSettings& s, const FillPlan& plan, int y, int first, int n) {
     RowScratch& w = plan.scratch;
     const size_t row = static_cast<size_t>(y % s.paperH) * s.paperStride;
     const float* paperF = s.paperF + row;
     const uint8_t* paperB = s.paperB + row;
     float* __restrict bump = w.bump.data();
     float* __restrict dry = w.dry.data();
-    int u = plan.x0 % s.paperW;
+    int u = first % s.paperW;
     for (int i = 0; i < n;) {
         const int run = std::min(n - i, s.paperW - u);
         if (s.bump)
@@ -328,9 +330,10 @@ inline void NoiseRow(const DeliverSettings& s, const FillPlan& plan, const doubl
 // alpha) over the whole row at once.
 template <unsigned Steps>
 inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, uint32_t colour, int y,
-                       int n, int Y1, int Y2, uint8_t* out[3]) {
+                       int first, int n, int Y1, int Y2, uint8_t* out[3]) {
     using kwmode::FillStyle;
-    const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(plan.x0);
+    const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(first);
+    const int k = first - plan.x0;
     const bool noise = (Steps & DpNoise) && NoiseDrawCount(s) > 0;
     const bool mode = (Steps & DpMode) && (s.table || s.mode == kwmode::FillMode::Rubthrough);
     const FillStyle style = (Steps & DpStyle) ? s.style : FillStyle::Colour;
@@ -339,19 +342,19 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const dou
     const bool columns = (style == FillStyle::Horizontal || style == FillStyle::FitHorizontal) && !mode &&
                          !(noise && NoiseDrawCount(s) == 1);
     if (!columns) {
-        StyleRow<Steps>(s, plan, colour, y, n, Y1, Y2);
+        StyleRow<Steps>(s, plan, colour, y, k, n, Y1, Y2);
         ModeRow<Steps>(s, plan, rowAt, n);
     }
     if (noise) NoiseRow(s, plan, draws, n);
     const bool paper = (Steps & DpPaper) && s.paperW > 0 && (s.bump || s.dry);
-    if (paper) PaperRow(s, plan, y, n);
+    if (paper) PaperRow(s, plan, y, first, n);
     const RowScratch& w = plan.scratch;
     FinishRowArgs f;
     f.n = n;
     f.r = w.r.data(), f.g = w.g.data(), f.b = w.b.data(), f.opacity = w.opacity.data();
     if (columns) {
-        f.r = plan.columnR.data(), f.g = plan.columnG.data(), f.b = plan.columnB.data();
-        f.opacity = plan.columnOpacity.data();
+        f.r = plan.columnR.data() + k, f.g = plan.columnG.data() + k, f.b = plan.columnB.data() + k;
+        f.opacity = plan.columnOpacity.data() + k;
     }
     if (noise && NoiseDrawCount(s) == 3) {
         f.ur = w.ur.data(), f.ug = w.ug.data(), f.ub = w.ub.data();
@@ -368,34 +371,43 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const dou
 }
 }  // namespace detail
 
-// Columns plan.x0..plan.x1 - 1 of row y, into outR, outG, outB (each pointing
-// at column plan.x0 of its row). draws holds the row's noise draws.
+// Columns first..first + n - 1 of row y, within the plan's columns, into outR,
+// outG, outB (each pointing at column `first` of its row). draws holds the
+// span's noise draws. All but the last pixel go a row at a time; the last
+// through the pixel kernel, which leaves the kept values as the span would.
 template <unsigned Steps>
-inline void DeliverRow(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const double* draws,
-                       uint32_t colour, int y, int X1, int Y1, int X2, int Y2, uint8_t* outR, uint8_t* outG,
-                       uint8_t* outB) {
+inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const double* draws,
+                        uint32_t colour, int y, int first, int n, int X1, int Y1, int X2, int Y2, uint8_t* outR,
+                        uint8_t* outG, uint8_t* outB) {
     using kwmode::FillStyle;
-    const int n = plan.x1 - plan.x0;
     if (n <= 0) return;
     uint8_t* out[3] = {outR, outG, outB};
     const FillStyle style = (Steps & DpStyle) ? s.style : FillStyle::Colour;
     const bool brush = style == FillStyle::TileBrush || style == FillStyle::FitBrush;
-    // All but the last pixel the quick way; brush styles pixel by pixel.
+    // Brush styles pixel by pixel.
     const int quick = brush ? 0 : n - 1;
     if (quick > 0) {
-        const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(plan.x0);
+        const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(first);
         if (plan.byTable) detail::PlainRow<Steps>(s, plan, rowAt, out, quick);
-        else detail::GeneralRow<Steps>(s, plan, draws, colour, y, quick, Y1, Y2, out);
+        else detail::GeneralRow<Steps>(s, plan, draws, colour, y, first, quick, Y1, Y2, out);
     }
     const int per = (Steps & DpNoise) ? NoiseDrawCount(s) : 0;
     for (int i = quick; i < n; ++i) {
         NoiseDraws d;
         for (int k = 0; k < per; ++k) d.u[k] = draws[static_cast<size_t>(i) * per + k];
-        const uint32_t v = DeliverPixelIn<Steps>(s, st, d, colour, plan.x0 + i, y, X1, Y1, X2, Y2);
+        const uint32_t v = DeliverPixelIn<Steps>(s, st, d, colour, first + i, y, X1, Y1, X2, Y2);
         out[0][i] = static_cast<uint8_t>(v);
         out[1][i] = static_cast<uint8_t>(v >> 8);
         out[2][i] = static_cast<uint8_t>(v >> 16);
     }
+}
+
+// The plan's columns plan.x0..plan.x1 - 1 of row y.
+template <unsigned Steps>
+inline void DeliverRow(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const double* draws,
+                       uint32_t colour, int y, int X1, int Y1, int X2, int Y2, uint8_t* outR, uint8_t* outG,
+                       uint8_t* outB) {
+    DeliverSpan<Steps>(s, plan, st, draws, colour, y, plan.x0, plan.x1 - plan.x0, X1, Y1, X2, Y2, outR, outG, outB);
 }
 
 }  // namespace kwfill

@@ -7,6 +7,7 @@
 #include "canvas/Shapes.h"
 #include "colour/DeliverPixel.h"
 #include "colour/Gradient.h"
+#include "colour/Paper.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/Commands.h"
 
@@ -290,4 +291,62 @@ TEST_F(ShapeTest, AFilledRectangleOverThePictureIsTheWholeBufferFill) {
                 ASSERT_EQ(shape, Pixels()) << "mode " << int(mode) << " opacity " << opacity << " alpha "
                                            << (alphaOff == 0 ? "on" : "off");
             }
+}
+
+// A filled ellipse goes through the fill's rows a span at a time, each span
+// starting where the ellipse does on its row; it must give what the pixel
+// kernel gives pixel by pixel in every style, with noise and paper, through
+// alpha or not, the noise drawn in the same order.
+TEST_F(ShapeTest, AFilledEllipseIsThePixelKernelSpanBySpanInEveryStyle) {
+    Form2::Option3.Tag = "filled";
+    constexpr int cx = W / 2, cy = H / 2, rx = W / 2 - 5, ry = H / 2 - 4;
+    for (Plane* p : {&BufR, &BufG, &BufB}) p->fill(0);
+    Drag(Form2::Option3, cx, cy, cx + rx, cy + ry);  // the covered pixels: the plain colour over black
+    std::vector<std::pair<int, int>> covered;
+    for (int y = 0; y < H; ++y)
+        for (int x = 0; x < W; ++x)
+            if (BufR(x, y) == 200) covered.push_back({x, y});
+    ASSERT_GT(covered.size(), size_t(W * H / 2));
+    for (int y = 0; y <= H; ++y)
+        for (int x = 0; x <= W; ++x) {
+            BufR(x, y) = static_cast<uint8_t>(x * 7 + y);
+            BufG(x, y) = static_cast<uint8_t>(x * 3 + y * 5);
+            BufB(x, y) = static_cast<uint8_t>(255 - x - y);
+            BufA(x, y) = static_cast<uint8_t>(x * 11 + y * 13);
+        }
+    Plane r0, g0, b0;
+    r0.copyFrom(BufR), g0.copyFrom(BufG), b0.copyFrom(BufB);
+    auto restore = [&] { BufR.copyFrom(r0), BufG.copyFrom(g0), BufB.copyFrom(b0); };
+    Form2::HScroll4.Value = 200;  // the paper is the one the program starts with
+    using kwmode::FillStyle;
+    for (FillStyle style : {FillStyle::Colour, FillStyle::Horizontal, FillStyle::FitHorizontal, FillStyle::Vertical,
+                            FillStyle::Circular})
+        for (int noise : {0, 1, 2})  // none, one draw, a draw per channel
+            for (int16_t paper : {0, 1})
+                for (uint8_t alphaOff : {uint8_t(255), uint8_t(0)}) {
+                    App.FillStyle = style;
+                    App.NoiseAmount = noise ? 60 : 0;
+                    App.NoiseMode = static_cast<uint8_t>(noise == 2);
+                    BumpinessOn = DrybrushOn = paper;
+                    App.AlphaOff = alphaOff;
+                    restore();
+                    vb::Randomize(11);
+                    Drag(Form2::Option3, cx, cy, cx + rx, cy + ry);
+                    const auto shape = Pixels();
+                    restore();
+                    vb::Randomize(11);
+                    LoadFillOpacity();
+                    DeliverRun run = DeliverBegin();
+                    const uint32_t colour = Form2::Shape4.FillColor;
+                    for (auto [x, y] : covered) {
+                        const uint32_t v = DeliverPixel<kwfill::DpAll>(run.settings, run.state, colour, x, y, cx - rx,
+                                                                       cy - ry, cx + rx, cy + ry);
+                        BufR(x, y) = vb::RedOf(v), BufG(x, y) = vb::GreenOf(v), BufB(x, y) = vb::BlueOf(v);
+                    }
+                    DeliverEnd(run.state);
+                    ASSERT_EQ(shape, Pixels()) << "style " << int(style) << " noise " << noise << " paper " << paper
+                                               << " alpha " << (alphaOff == 0 ? "on" : "off");
+                }
+    BumpinessOn = DrybrushOn = 0;
+    App.NoiseMode = 0;
 }
