@@ -19,12 +19,17 @@ QVariant Get(const Plane& p) {
     return PlaneVariant(p);
 }
 
+// The plane a set replaced, kept to receive the next one: a plug-in sets plane
+// after plane of one size.
+Plane Spare;
+
 // The new plane must have the bounds of the one it replaces; until it has
 // arrived whole, the old one stays in place.
 QVariant Set(Call& call, Plane& target, const char* what) {
     if (target.empty()) throw Refusal{InvalidArgs, "There is no document yet."};
-    Plane incoming = PlaneFromVariant(call.args[0], target.ubX() + 1, target.ubY() + 1, what);
+    Plane incoming = PlaneFromVariant(call.args[0], target.ubX() + 1, target.ubY() + 1, what, std::move(Spare));
     target.swap(incoming);
+    Spare = std::move(incoming);
     return {};
 }
 

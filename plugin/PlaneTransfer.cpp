@@ -31,7 +31,14 @@ bool ReadWhole(int fd, uint8_t* into, size_t bytes) {
     return true;
 }
 
-Plane FromDescriptor(const QDBusUnixFileDescriptor& fd, int columns, int rows, const char* what) {
+// The spare when it has the bounds wanted, else new memory that every byte will be written to.
+Plane Destination(Plane& spare, int columns, int rows) {
+    if (!spare.empty() && !spare.isView() && spare.ubX() == columns - 1 && spare.ubY() == rows - 1)
+        return std::move(spare);
+    return Plane::Make(columns - 1, rows - 1, false);
+}
+
+Plane FromDescriptor(const QDBusUnixFileDescriptor& fd, int columns, int rows, const char* what, Plane& spare) {
     const size_t bytes = static_cast<size_t>(columns) * static_cast<size_t>(rows);
     struct stat st {};
     if (!fd.isValid() || fstat(fd.fileDescriptor(), &st) != 0)
@@ -39,18 +46,18 @@ Plane FromDescriptor(const QDBusUnixFileDescriptor& fd, int columns, int rows, c
     if (static_cast<uint64_t>(st.st_size) < bytes)
         Refuse(std::string(what) + ": the file descriptor holds " + std::to_string(st.st_size) + " bytes, " +
                std::to_string(bytes) + " are needed.");
-    Plane p = Plane::Make(columns - 1, rows - 1, false);
+    Plane p = Destination(spare, columns, rows);
     if (!ReadWhole(fd.fileDescriptor(), p.data(), bytes))
         Refuse(std::string(what) + ": the file descriptor could not be read to its end.");
     return p;
 }
 
-Plane FromBytes(const QByteArray& bytes, int columns, int rows, const char* what) {
+Plane FromBytes(const QByteArray& bytes, int columns, int rows, const char* what, Plane& spare) {
     const size_t need = static_cast<size_t>(columns) * static_cast<size_t>(rows);
     if (static_cast<size_t>(bytes.size()) != need)
         Refuse(std::string(what) + ": " + std::to_string(bytes.size()) + " bytes were given for " +
                Bounds(columns, rows) + ", which takes " + std::to_string(need) + ".");
-    Plane p = Plane::Make(columns - 1, rows - 1, false);
+    Plane p = Destination(spare, columns, rows);
     std::memcpy(p.data(), bytes.constData(), need);
     return p;
 }
@@ -87,7 +94,7 @@ QVariant PlaneVariant(const Plane& plane) {
     return QVariant::fromValue(QDBusVariant(QVariant::fromValue(arg)));
 }
 
-Plane PlaneFromVariant(const QVariant& value, int columns, int rows, const char* what) {
+Plane PlaneFromVariant(const QVariant& value, int columns, int rows, const char* what, Plane spare) {
     const QVariant inner = value.value<QDBusVariant>().variant();
     if (!inner.canConvert<QDBusArgument>())
         Refuse(std::string(what) + ": a plane is a variant holding (iih) or (iiay).");
@@ -110,7 +117,8 @@ Plane PlaneFromVariant(const QVariant& value, int columns, int rows, const char*
         Refuse(std::string(what) + " given is " + Bounds(c, r) + "; it must be " + Bounds(columns, rows) +
                " (columns by rows, the bounds of the plane it replaces).");
     }
-    Plane p = signature == "(iih)" ? FromDescriptor(fd, columns, rows, what) : FromBytes(bytes, columns, rows, what);
+    Plane p = signature == "(iih)" ? FromDescriptor(fd, columns, rows, what, spare)
+                                        : FromBytes(bytes, columns, rows, what, spare);
     return p;
 }
 

@@ -17,7 +17,9 @@ int SealedMemfd(const uint8_t* data, size_t bytes);
 // The plane as the variant a get operation returns.
 QVariant PlaneVariant(const Plane& plane);
 // The plane a set operation was given, which must be columns by rows.
-// `what` names the plane in the refusal. Throws Refusal.
-Plane PlaneFromVariant(const QVariant& value, int columns, int rows, const char* what);
+// `what` names the plane in the refusal. Throws Refusal. A spare plane of the
+// same bounds is filled rather than new memory, which would be faulted in page
+// by page.
+Plane PlaneFromVariant(const QVariant& value, int columns, int rows, const char* what, Plane spare = {});
 
 }  // namespace Automation

@@ -14,21 +14,16 @@ namespace {
 constexpr const char* Path = "/org/kelpwick/Kelpwick";
 constexpr const char* Interface = "org.kelpwick.Kelpwick._Kelpwick_Class";
 
-int MemfdWith(const uint8_t* data, size_t bytes) {
-    int fd = memfd_create("kelpwick-plane", MFD_CLOEXEC | MFD_ALLOW_SEALING);
-    if (fd < 0) throw Error("org.kelpwick.Client.NoMemfd", "memfd_create failed");
+// Writes the whole of `data` at the start of the descriptor.
+bool WriteWhole(int fd, const uint8_t* data, size_t bytes) {
     size_t done = 0;
     while (done < bytes) {
-        ssize_t n = write(fd, data + done, bytes - done);
+        ssize_t n = pwrite(fd, data + done, bytes - done, static_cast<off_t>(done));
         if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) {
-            close(fd);
-            throw Error("org.kelpwick.Client.NoMemfd", "the plane could not be written to a memfd");
-        }
+        if (n <= 0) return false;
         done += static_cast<size_t>(n);
     }
-    fcntl(fd, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE | F_SEAL_SEAL);
-    return fd;
+    return true;
 }
 
 QVariant PlaneArgument(int columns, int rows, const QVariant& payload) {
@@ -47,7 +42,8 @@ Error::Error(const QString& n, const QString& message)
 
 MappedPlane::MappedPlane(int columns, int rows, int fd) : columns_(columns), rows_(rows) {
     if (size() == 0) return;
-    void* p = mmap(nullptr, size(), PROT_READ, MAP_PRIVATE, fd, 0);
+    // Populated at once: one call rather than a fault per page.
+    void* p = mmap(nullptr, size(), PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd, 0);
     if (p == MAP_FAILED) throw Error("org.kelpwick.Client.NoMap", "the plane's memfd could not be mapped");
     data_ = static_cast<uint8_t*>(p);
 }
@@ -67,6 +63,10 @@ MappedPlane::~MappedPlane() {
 }
 
 Client::Client(QString busName) : bus_(QDBusConnection::sessionBus()), busName_(std::move(busName)) {}
+
+Client::~Client() {
+    if (outgoing_ >= 0) close(outgoing_);
+}
 
 QString Client::DefaultBusName() {
     const QByteArray fromHost = qgetenv("KELPWICK_BUS_NAME");
@@ -101,11 +101,18 @@ MappedPlane Client::getPlane(const char* operation) {
     return MappedPlane(columns, rows, fd.fileDescriptor());
 }
 
+// The host has read the whole memfd by the time it replies, so one memfd serves
+// every set: its pages, once there, are written over rather than faulted in anew.
 void Client::setPlane(const char* operation, int columns, int rows, const uint8_t* data) {
-    const int fd = MemfdWith(data, static_cast<size_t>(columns) * static_cast<size_t>(rows));
-    QDBusUnixFileDescriptor descriptor(fd);
-    close(fd);
-    call(operation, {PlaneArgument(columns, rows, QVariant::fromValue(descriptor))});
+    const size_t bytes = static_cast<size_t>(columns) * static_cast<size_t>(rows);
+    if (outgoing_ < 0) outgoing_ = memfd_create("kelpwick-plane", MFD_CLOEXEC);
+    if (outgoing_ < 0) throw Error("org.kelpwick.Client.NoMemfd", "memfd_create failed");
+    if (outgoingBytes_ != bytes && ftruncate(outgoing_, static_cast<off_t>(bytes)) != 0)
+        throw Error("org.kelpwick.Client.NoMemfd", "the memfd could not be sized for the plane");
+    outgoingBytes_ = bytes;
+    if (!WriteWhole(outgoing_, data, bytes))
+        throw Error("org.kelpwick.Client.NoMemfd", "the plane could not be written to a memfd");
+    call(operation, {PlaneArgument(columns, rows, QVariant::fromValue(QDBusUnixFileDescriptor(outgoing_)))});
 }
 
 void Client::setPlaneInline(const char* operation, int columns, int rows, const uint8_t* data) {

@@ -49,6 +49,9 @@ public:
     // Waits as long as the user takes: the boxes and file requests answer late.
     static constexpr int Forever = 0x7fffffff;
     explicit Client(QString busName = DefaultBusName());
+    ~Client();
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
     static QString DefaultBusName();
     bool connected() const;
     const QString& busName() const { return busName_; }
@@ -62,7 +65,7 @@ public:
     // A plane from one of the get operations; an empty plane when the host
     // answered -1 (no custom brush tool).
     MappedPlane getPlane(const char* operation);
-    // A plane to one of the set operations, through a sealed memfd.
+    // A plane to one of the set operations, through a memfd this client reuses.
     void setPlane(const char* operation, int columns, int rows, const uint8_t* data);
     // The same with the bytes inside the message (small planes only).
     void setPlaneInline(const char* operation, int columns, int rows, const uint8_t* data);
@@ -74,6 +77,8 @@ private:
     int property(const char* name);
     QDBusConnection bus_;
     QString busName_;
+    int outgoing_ = -1;  // the memfd planes are sent in
+    size_t outgoingBytes_ = 0;
 };
 
 }  // namespace kelpwick
