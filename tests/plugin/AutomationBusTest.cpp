@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDBusConnection>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <algorithm>
 #include <numeric>
 #include <sstream>
+#include <unistd.h>
 
 #include "anim/FrameStore.h"
 #include "brush/CustomBrush.h"
@@ -224,6 +226,26 @@ TEST_F(AutomationBus, APlaneOf8000By6000RoundTrips) {
     ASSERT_EQ(BufG.ubX(), 7999);
     EXPECT_EQ(BufG(7999, 5999), static_cast<uint8_t>(7999 * 3 + 5999 * 5));
     EXPECT_EQ(BufG(1234, 4321), static_cast<uint8_t>(1234 * 3 + 4321 * 5));
+}
+
+// With the name taken by another program, this one serves under a name of its
+// own, puts that in the plug-ins' environment and says so in the panel.
+TEST_F(AutomationBus, ASecondInstanceTakesANameOfItsOwn) {
+    Automation::StopAutomation();
+    QDBusConnection first = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "first-kelpwick");
+    ASSERT_TRUE(first.registerService(Automation::BusName));
+    const std::string own = "org.kelpwick.Kelpwick.instance" + std::to_string(getpid());
+    EXPECT_EQ(Automation::StartAutomation(), own);
+    EXPECT_EQ(qgetenv("KELPWICK_BUS_NAME").toStdString(), own);
+    EXPECT_NE(Plugin_Options::Label1.Caption.get().find("Another Kelpwick holds org.kelpwick.Kelpwick"),
+              std::string::npos);
+    // A client started now reaches this instance through the environment.
+    const ClientRun r = RunClient(KW_PYTHON, {KW_EXERCISE_PY, "introspect"});
+    EXPECT_TRUE(r.finished && r.exitCode == 0) << r.errors;
+    Automation::StopAutomation();
+    first.unregisterService(Automation::BusName);
+    QDBusConnection::disconnectFromBus("first-kelpwick");
+    EXPECT_EQ(Automation::StartAutomation(), "org.kelpwick.Kelpwick");
 }
 
 // Locks are counted per caller: extra unlocks go below zero and are not given
