@@ -22,6 +22,7 @@
 #include "core/frame/Form2.h"
 #include "core/framework/Codes.h"
 #include "core/framework/Host.h"
+#include "plugin/PluginOptions.h"
 
 namespace {
 void StepSize(int by) {
@@ -100,6 +101,7 @@ std::vector<KeyLine> MakeTable() {
         {"Animation", "right, left", "Next, previous frame",
          {OnDown(Right, none, Anim_Next_Click), OnDown(Left, none, Anim_Previous_Click)}},
         {"Animation", "space", "Stop playing", {OnPress(' ', Anim_Stop_Click)}},
+        {"Plug-ins", "l", "Execute plugin panel", {OnPress('l', [] { ShowPluginPanel(0); })}},
         {"Help", "?", "Help pointer on/off", {OnPress('?', Form1::ToggleHelpPointer)}},
     };
 }

@@ -37,6 +37,8 @@
 #include "core/framework/PanelLook.h"
 #include "file/FileMenu.h"
 #include "filter/FadeLast.h"
+#include "plugin/AutomationService.h"
+#include "plugin/PluginRows.h"
 
 namespace Form2 {
 void Form_Initialize() {
@@ -108,6 +110,7 @@ Rows AllRows() {
     rows += BrushRows();
     rows += CanvasRows();
     rows += AnimRows();
+    rows += PluginRows();
     rows += KeyRows();
     return rows;
 }
@@ -131,5 +134,7 @@ void Main(const std::string& programDir) {
     Show(MDIForm1::form);
     Form2::Form_Initialize();
     Show(Form2::form, false, &MDIForm1::form);
+    // Plug-ins can reach the program once its document exists.
+    Automation::StartAutomation();
 }
 }  // namespace Kelpwick

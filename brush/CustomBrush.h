@@ -35,6 +35,8 @@ void BrushChanged();
 // current brush is kept) and the brush written as a 32-bit Targa.
 bool LoadBrushFile(const std::string& path);
 bool SaveTargaBrush(const std::string& TargaFilename, uint8_t TargaFlags);
+// The brush path: the name the brush's Load and Save dialogs start with.
+void SetBrushFileName(const std::string& path);
 // The brush's rows turned upside down (a top-left file, the vertical flip).
 void FlipBrushRows();
 // Painting goes back to the custom brush, when one exists.

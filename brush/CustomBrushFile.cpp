@@ -82,6 +82,8 @@ void TakeBrush(LoadedBrush& loaded) {
 }
 }  // namespace
 
+void SetBrushFileName(const std::string& path) { BrushDialog.FileName = path; }
+
 bool LoadBrushFile(const std::string& path) {
     try {
         LoadedBrush loaded;

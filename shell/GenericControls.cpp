@@ -225,6 +225,9 @@ BuiltControl MakeList(Control& c, QWidget* parent) {
     auto* l = new QListWidget(parent);
     l->setMinimumHeight(120);
     QObject::connect(l, &QListWidget::currentRowChanged, l, [&m](int row) { Guarded([&] { m.ListIndex = row; }); });
+    QObject::connect(l, &QListWidget::itemDoubleClicked, l, [&m](QListWidgetItem*) {
+        if (m.DblClick) Guarded([&] { m.DblClick(); });
+    });
     HookItems(m, l, &QListWidget::setCurrentRow);
     return {l};
 }

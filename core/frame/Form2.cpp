@@ -62,6 +62,8 @@ CommandButton Command1(form, "Command1", "Clear", [] { Command1_Click(); });
 PictureBox Picture27(form, "Picture27", 96, 72);
 // Opens the layer mixing menu.
 CommandButton LayerButton(form, "LayerButton", "Layers...", [] { host().PopupMenu(Menus::Layers); });
+// Starts the paint mixer, a companion program; its row lives with the plug-in host.
+CommandButton kw_button1(form, "kw_button1", "Mixer");
 Label Info1(form, "Info1");
 // Paper, pickers and wells; their procedures are rows of the colour folder.
 CheckBox Check1(form, "Check1", "Bumpiness");

@@ -36,6 +36,7 @@ extern Slider HScroll6;
 extern PictureBox Image1, Image2, Image3, Image4, Image5, Image6;
 extern PictureBox Picture8;
 // The colour pickers: the tabs "rgb", "rgb2", "sv", "wheel" and their pictures.
+extern CommandButton kw_button1;  // the paint mixer
 extern ListBox TabBox;
 extern PictureBox Picture54, Picture56, Picture43;
 

@@ -35,6 +35,11 @@ extern TextBox Anim_Framerate;  // frames per second
 extern CommandButton Anim_Play, Anim_Stop, Anim_Previous, Anim_Next, Anim_Insert, Anim_Delete;
 extern Timer Anim_Timer;
 extern MenuEntry Win_Spraxel;
+// The plug-in host's entries: the panel on a tab, and the fixed companion programs.
+extern MenuEntry import_, Export, BrushPlugin, plugin, Win_Pugins;
+extern MenuEntry Storebuf, BrushStore, Alpha_Store, Alpha_Grow, Alpha_Shrink, Color8, Dither_Opt, blur_motion,
+    Blur_Zoom, Convolve, Convolve_Minimum, Convovle_Median, Convolve_Maximum, Convolve_MinMax, Convolve_MaxMin,
+    menuTransform, Transform_Spherize;
 
 // The title of the frame as the planes and check marks say it should read.
 std::string ComposeTitle();

@@ -13,6 +13,6 @@ void Window_Info_Click() {
     Form2::Info1.Visible = MDIForm1::Window_Info.Checked.get();
 }
 
-void UnlockInput_Click() {
-    if (App.LockCount > 0) --App.LockCount;
-}
+// The way out when a plug-in died holding the lock: a toggle between 0 and -1,
+// so that a second pick undoes the first rather than counting further down.
+void UnlockInput_Click() { App.LockCount = App.LockCount == 0 ? -1 : 0; }

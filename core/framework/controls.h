@@ -149,6 +149,7 @@ public:
     Prop<int> ListIndex{this, -1};
     Prop<int> ListRevision{this, 0};  // bumped when items change, so views rebuild
     std::function<void()> Click;
+    std::function<void()> DblClick;  // a double click on an item
     void AddItem(std::string s);
     void Clear();
     int ListCount() const { return static_cast<int>(items.size()); }

@@ -173,10 +173,12 @@ TEST_F(ShellLogicTest, HelpWindowsAndUnlock) {
     Form3::form.Deactivate();
     EXPECT_FALSE(Form3::form.Visible);
 
+    // "Unlock" toggles: any lock count goes to 0, and 0 goes to -1 and back.
     App.LockCount = 2;
     UnlockInput_Click();
-    EXPECT_EQ(App.LockCount, 1);
-    App.LockCount = 0;
+    EXPECT_EQ(App.LockCount, 0);
+    UnlockInput_Click();
+    EXPECT_EQ(App.LockCount, -1);
     UnlockInput_Click();
     EXPECT_EQ(App.LockCount, 0);
 
