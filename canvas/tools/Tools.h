@@ -36,3 +36,5 @@ Rows RectAlphaRows();
 Rows EllipseAlphaRows();
 Rows TextRows();
 Rows BrushSelectRows();
+Rows FloodRows();
+Rows WandRows();

@@ -285,6 +285,10 @@ MenuEntry baster9(form, "baster9", "25 pixel", &TBaster);
 // The linear tool's variants, the text tool's settings, clearing the selection.
 MenuEntry Linetool(form, "Linetool", "Linetool", nullptr);
 MenuEntry linetool_Line(form, "linetool_Line", "Line tool", &Linetool);
+MenuEntry Linetool_Gradient(form, "Linetool_Gradient", "Linear gradient tool", &Linetool);
+MenuEntry Circular_Gradient(form, "Circular_Gradient", "Circular gradient tool", &Linetool);
+MenuEntry LinearWarp(form, "LinearWarp", "Warp", &Linetool);
+MenuEntry LinearAlhpaFader(form, "LinearAlhpaFader", "Linear alpha fader", &Linetool);
 MenuEntry Texttool(form, "Texttool", "Texttool", nullptr);
 MenuEntry Text_FontSettings(form, "Text_FontSettings", "Font settings...", &Texttool);
 MenuEntry Text_FillSettings(form, "Text_FillSettings", "Fill settings...", &Texttool);
@@ -293,6 +297,10 @@ MenuEntry Clear_menu(form, "Clear_menu", "Clear_menu", nullptr);
 MenuEntry ClearAlphaPrimary(form, "ClearAlphaPrimary", "Clear selected to primary", &Clear_menu);
 MenuEntry ClearAlphaSeconary(form, "ClearAlphaSeconary", "Clear selected to secondary", &Clear_menu);
 MenuEntry Anim_ClearFrames(form, "Anim_ClearFrames", "Clear all frames", &Clear_menu);
+// The flood fill's and the magic wand's settings.
+MenuEntry Flood(form, "Flood", "Flood", nullptr);
+MenuEntry Flood_Settings(form, "Flood_Settings", "Flood settings...", &Flood);
+MenuEntry Flood_FillSettings(form, "Flood_FillSettings", "Fill settings...", &Flood);
 
 namespace {
 struct Wiring {
@@ -300,7 +308,8 @@ struct Wiring {
         MixSwap_Add.Checked.setQuietly(true);
         Baster1.Checked.setQuietly(true);
         linetool_Line.Checked.setQuietly(true);
-        linetool_Line.Checkable = true;
+        for (MenuEntry* e : {&linetool_Line, &Linetool_Gradient, &Circular_Gradient, &LinearWarp, &LinearAlhpaFader})
+            e->Checkable = true;
         for (MenuEntry* e : {&MixSwapNone, &MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen,
                               &MixaroundGrey, &Baster1, &baster5, &baster9})
             e->Checkable = true;

@@ -1,0 +1,202 @@
+// The linear tool family's kernels: the walk that gives each pixel its
+// gradient step, eight rows at a time, and the colour passes over a row of steps.
+#include "native/LinearFill.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "native/Rounding.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace kwlinear {
+namespace {
+using kwround::RoundF;
+constexpr int Lanes = 8;
+
+uint8_t* Row(uint8_t* p, size_t stride, int y) { return p + static_cast<size_t>(y) * stride; }
+
+bool Opaque(const GradientSteps& g) {
+    for (int i = 0; i < 256; ++i)
+        if (g.a[i] != 255) return false;
+    return true;
+}
+
+// One row of steps into colour: the gradient's opacity over the old colour,
+// then alpha. An opaque gradient without alpha is three table reads a pixel.
+void ColourRow(const Planes& p, int y, const uint8_t* idx, int W, const GradientSteps& grad, bool opaque) {
+    uint8_t* out[3] = {Row(p.r, p.stride, y), Row(p.g, p.stride, y), Row(p.b, p.stride, y)};
+    const uint8_t* colour[3] = {grad.r, grad.g, grad.b};
+    const bool alpha = p.alphaOff != 255;
+    if (opaque && !alpha) {
+        for (int k = 0; k < 3; ++k) {
+            uint8_t* __restrict o = out[k];
+            const uint8_t* __restrict c = colour[k];
+            for (int x = 0; x < W; ++x) o[x] = c[idx[x]];
+        }
+        return;
+    }
+    const uint8_t* a = alpha ? p.a + static_cast<size_t>(y) * p.stride : nullptr;
+    for (int x = 0; x < W; ++x) {
+        const unsigned i = idx[x], ga = grad.a[i];
+        const unsigned al = alpha ? (a[x] | p.alphaOff) : 255u;
+        for (int k = 0; k < 3; ++k) {
+            const unsigned old = out[k][x];
+            unsigned n = (colour[k][i] * ga + old * (255 - ga)) / 255;
+            if (al < 255) n = (n * al + old * (255 - al)) / 255;
+            out[k][x] = static_cast<uint8_t>(n);
+        }
+    }
+}
+
+// The walk of bands of eight rows, each band's steps handed to `row`.
+template <typename RowFn>
+void WalkBands(int W, int H, float start, float cx, float cy, RowFn row) {
+    std::vector<uint8_t> idx(static_cast<size_t>(Lanes) * static_cast<size_t>(W));
+    float rowAcc = start;
+    for (int y0 = 0; y0 < H; y0 += Lanes) {
+        const int rows = std::min(Lanes, H - y0);
+        LinearSteps(rowAcc, cx, cy, W, rows, idx.data());
+        for (int j = 0; j < rows; ++j) row(y0 + j, idx.data() + static_cast<size_t>(j) * static_cast<size_t>(W));
+    }
+}
+}  // namespace
+
+void LinearSteps(float& rowAcc, float cx, float cy, int W, int rows, uint8_t* idx) {
+    float acc[Lanes];
+    for (int j = 0; j < Lanes; ++j) {
+        if (j < rows) rowAcc += cy;
+        acc[j] = rowAcc;  // lanes past the last row repeat it and are not stored
+    }
+    int x = 0;
+#if defined(__SSE2__)
+    __m128 a0 = _mm_loadu_ps(acc), a1 = _mm_loadu_ps(acc + 4);
+    const __m128 step = _mm_set1_ps(cx), lo = _mm_set1_ps(-300.0f), hi = _mm_set1_ps(300.0f);
+    const __m128i zero = _mm_setzero_si128();
+    alignas(16) uint8_t lane[16];
+    for (; x < W; ++x) {
+        a0 = _mm_add_ps(a0, step);
+        a1 = _mm_add_ps(a1, step);
+        // Held well beyond the table first, so that the conversion cannot overflow;
+        // the negative of a rounded value is the rounded negative (ties to even).
+        const __m128i i0 = _mm_sub_epi32(zero, _mm_cvtps_epi32(_mm_min_ps(_mm_max_ps(a0, lo), hi)));
+        const __m128i i1 = _mm_sub_epi32(zero, _mm_cvtps_epi32(_mm_min_ps(_mm_max_ps(a1, lo), hi)));
+        const __m128i words = _mm_packs_epi32(i0, i1);
+        _mm_store_si128(reinterpret_cast<__m128i*>(lane), _mm_packus_epi16(words, words));
+        for (int j = 0; j < rows; ++j) idx[static_cast<size_t>(j) * static_cast<size_t>(W) + static_cast<size_t>(x)] = lane[j];
+    }
+#endif
+    for (int j = 0; j < rows && x < W; ++j) {
+        float a = acc[j];
+        for (int c = 0; c < W; ++c) {
+            a += cx;
+            const int i = -RoundF(std::clamp(a, -300.0f, 300.0f));
+            idx[static_cast<size_t>(j) * static_cast<size_t>(W) + static_cast<size_t>(c)] = static_cast<uint8_t>(std::clamp(i, 0, 255));
+        }
+    }
+}
+
+void LinearGradient(const Planes& p, int W, int H, float start, float cx, float cy, const GradientSteps& grad) {
+    if (W <= 0 || H <= 0) return;
+    const bool opaque = Opaque(grad);
+    WalkBands(W, H, start, cx, cy, [&](int y, const uint8_t* idx) { ColourRow(p, y, idx, W, grad, opaque); });
+}
+
+void LinearAlphaFade(uint8_t* alpha, size_t stride, int W, int H, float start, float cx, float cy) {
+    if (W <= 0 || H <= 0) return;
+    WalkBands(W, H, start, cx, cy, [&](int y, const uint8_t* idx) {
+        uint8_t* a = Row(alpha, stride, y);
+        for (int x = 0; x < W; ++x) a[x] = static_cast<uint8_t>(a[x] * (255u - idx[x]) / 255u);
+    });
+}
+
+void CircularGradient(const Planes& p, int W, int H, float CX, float CY, float Radius, float Power,
+                      const GradientSteps& grad) {
+    if (W <= 0 || H <= 0 || Radius == 0) return;
+    const bool opaque = Opaque(grad);
+    const float inverse = 1.0f / Radius;
+    std::vector<uint8_t> idx(static_cast<size_t>(W));
+    for (int y = 0; y < H; ++y) {
+        const float dy = CY - static_cast<float>(y);
+        for (int x = 0; x < W; ++x) {
+            const float dx = CX - static_cast<float>(x);
+            float t = std::sqrt(dx * dx + dy * dy) * inverse;
+            if (Power != 1.0f) t = std::pow(t, Power);
+            idx[static_cast<size_t>(x)] = static_cast<uint8_t>(RoundF(std::clamp(t * 255.0f, 0.0f, 255.0f)));
+        }
+        ColourRow(p, y, idx.data(), W, grad, opaque);
+    }
+}
+
+namespace {
+// The source of one warped pixel: bilinear over the four neighbours, or the nearest.
+void WarpPixel(const Planes& dst, const uint8_t* const src[3], size_t at, float sx, float sy, bool antiAliased) {
+    uint8_t* out[3] = {dst.r, dst.g, dst.b};
+    if (!antiAliased) {
+        const size_t from = static_cast<size_t>(RoundF(sy)) * dst.stride + static_cast<size_t>(RoundF(sx));
+        for (int k = 0; k < 3; ++k) out[k][at] = src[k][from];
+        return;
+    }
+    const int ix = static_cast<int>(sx), iy = static_cast<int>(sy);
+    const float fx = sx - static_cast<float>(ix), fy = sy - static_cast<float>(iy);
+    const size_t i00 = static_cast<size_t>(iy) * dst.stride + static_cast<size_t>(ix);
+    const size_t i10 = i00 + 1, i01 = i00 + dst.stride, i11 = i01 + 1;
+    for (int k = 0; k < 3; ++k) {
+        const uint8_t* s = src[k];
+        const float top = s[i00] * (1 - fx) + s[i10] * fx, bottom = s[i01] * (1 - fx) + s[i11] * fx;
+        out[k][at] = static_cast<uint8_t>(std::clamp(RoundF(top * (1 - fy) + bottom * fy), 0, 255));
+    }
+}
+}  // namespace
+
+void LinearWarp(const Planes& dst, const uint8_t* const src[3], int W, int H, const WarpLine& line) {
+    if (W <= 0 || H <= 0 || line.d < 1) return;
+    const float k = 1.0f / line.d, dx = line.X1 - line.X2, dy = line.Y1 - line.Y2;
+    int left = 0, top = 0, right = W - 1, bottom = H - 1;
+    if (line.antiAliased) {
+        // Only the drag's reach, and never the last column or row, whose right
+        // and lower neighbours lie beyond the picture.
+        left = std::clamp(RoundF(line.X2 - line.d), 0, std::max(W - 2, 0));
+        right = std::clamp(RoundF(line.X2 + line.d), 0, std::max(W - 2, 0));
+        top = std::clamp(RoundF(line.Y2 - line.d), 0, std::max(H - 2, 0));
+        bottom = std::clamp(RoundF(line.Y2 + line.d), 0, std::max(H - 2, 0));
+    }
+    const float lastX = static_cast<float>(W - 1), lastY = static_cast<float>(H - 1);
+    for (int y = top; y <= bottom; ++y) {
+        const float ey = line.Y2 - static_cast<float>(y);
+        for (int x = left; x <= right; ++x) {
+            const float ex = line.X2 - static_cast<float>(x);
+            float r = std::sqrt(ex * ex + ey * ey) * k;
+            if (line.Power != 1.0f) r = std::pow(r, line.Power);
+            const float t = 1 - r;
+            if (t < 0) continue;
+            const float sx = std::clamp(dx * t + static_cast<float>(x), 0.0f, lastX);
+            const float sy = std::clamp(dy * t + static_cast<float>(y), 0.0f, lastY);
+            WarpPixel(dst, src, static_cast<size_t>(y) * dst.stride + static_cast<size_t>(x), sx, sy, line.antiAliased);
+        }
+    }
+}
+
+void MapToGradient(const Planes& p, int W, int H, const GradientSteps& grad) {
+    const bool alpha = p.alphaOff != 255;
+    const uint8_t* colour[3] = {grad.r, grad.g, grad.b};
+    for (int y = 0; y < H; ++y) {
+        uint8_t* out[3] = {Row(p.r, p.stride, y), Row(p.g, p.stride, y), Row(p.b, p.stride, y)};
+        const uint8_t* a = alpha ? p.a + static_cast<size_t>(y) * p.stride : nullptr;
+        for (int x = 0; x < W; ++x) {
+            // The mean of three bytes is never half-way: (sum + 1) / 3 rounds it.
+            const unsigned v = (out[0][x] + out[1][x] + out[2][x] + 1u) / 3u;
+            const unsigned al = alpha ? (a[x] | p.alphaOff) : 255u;
+            for (int k = 0; k < 3; ++k) {
+                unsigned c = colour[k][v];
+                if (al < 255) c = (out[k][x] * (255 - al) + c * al) / 255;
+                out[k][x] = static_cast<uint8_t>(c);
+            }
+        }
+    }
+}
+
+}  // namespace kwlinear
