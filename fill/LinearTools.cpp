@@ -39,12 +39,17 @@ void LinearGradient(float X1, float Y1, float X2, float Y2) {
     RedisplayWindow();
 }
 
-void LinearAlphaFade(float X1, float Y1, float X2, float Y2) {
+bool FadeAlong(Plane& plane, float X1, float Y1, float X2, float Y2) {
     const FillArea area = FillSize();
     Walk w;
-    if (area.empty() || !WalkOf(X1, Y1, X2, Y2, w)) return;
-    kwlinear::LinearAlphaFade(BufA.data(), BufA.stride(), area.W, area.H, w.start, w.cx, w.cy);
-    ShowFillSelection();
+    if (area.empty() || plane.ubX() != BufA.ubX() || plane.ubY() != BufA.ubY() || !WalkOf(X1, Y1, X2, Y2, w))
+        return false;
+    kwlinear::LinearAlphaFade(plane.data(), plane.stride(), area.W, area.H, w.start, w.cx, w.cy);
+    return true;
+}
+
+void LinearAlphaFade(float X1, float Y1, float X2, float Y2) {
+    if (FadeAlong(BufA, X1, Y1, X2, Y2)) ShowFillSelection();
 }
 
 void CircularGradient(float CX, float CY, float Radius, float Power) {

@@ -25,6 +25,28 @@ bool Opaque(const GradientSteps& g) {
     return true;
 }
 
+// An opaque gradient without alpha: the steps come in runs (the ends of the
+// drag, the pixels between two steps of a ramp), and each run is written as
+// sixteen bytes of its colour; the next run's store overwrites what lay beyond
+// it. Stores never pass the row's last pixel: the tail is written pixel by pixel.
+void OpaqueRow(uint8_t* const out[3], const uint8_t* const colour[3], const uint8_t* idx, int W) {
+    int x = 0;
+#if defined(__SSE2__)
+    while (x + 16 <= W) {
+        const uint8_t i = idx[x];
+        const __m128i steps = _mm_loadu_si128(reinterpret_cast<const __m128i*>(idx + x));
+        const unsigned same = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(steps, _mm_set1_epi8(static_cast<char>(i)))));
+        for (int k = 0; k < 3; ++k)
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(out[k] + x), _mm_set1_epi8(static_cast<char>(colour[k][i])));
+        x += same == 0xFFFFu ? 16 : __builtin_ctz(~same);
+    }
+#endif
+    for (; x < W; ++x) {
+        const unsigned i = idx[x];
+        out[0][x] = colour[0][i], out[1][x] = colour[1][i], out[2][x] = colour[2][i];
+    }
+}
+
 // One row of steps into colour: the gradient's opacity over the old colour,
 // then alpha. An opaque gradient without alpha is three table reads a pixel.
 void ColourRow(const Planes& p, int y, const uint8_t* idx, int W, const GradientSteps& grad, bool opaque) {
@@ -32,11 +54,7 @@ void ColourRow(const Planes& p, int y, const uint8_t* idx, int W, const Gradient
     const uint8_t* colour[3] = {grad.r, grad.g, grad.b};
     const bool alpha = p.alphaOff != 255;
     if (opaque && !alpha) {
-        for (int k = 0; k < 3; ++k) {
-            uint8_t* __restrict o = out[k];
-            const uint8_t* __restrict c = colour[k];
-            for (int x = 0; x < W; ++x) o[x] = c[idx[x]];
-        }
+        OpaqueRow(out, colour, idx, W);
         return;
     }
     const uint8_t* a = alpha ? p.a + static_cast<size_t>(y) * p.stride : nullptr;
@@ -65,6 +83,30 @@ void WalkBands(int W, int H, float start, float cx, float cy, RowFn row) {
 }
 }  // namespace
 
+namespace {
+#if defined(__SSE2__)
+// Sixteen columns of eight rows' steps (a byte per row, in the low half of
+// each vector) turned into eight rows of sixteen bytes.
+void Transpose16x8(const __m128i c[16], __m128i rows[8]) {
+    __m128i t[8], u[8], v[8];
+    for (int i = 0; i < 8; ++i) t[i] = _mm_unpacklo_epi8(c[2 * i], c[2 * i + 1]);  // rows 0..7 of two columns
+    for (int i = 0; i < 4; ++i) {
+        u[2 * i] = _mm_unpacklo_epi16(t[2 * i], t[2 * i + 1]);      // rows 0..3 of four columns
+        u[2 * i + 1] = _mm_unpackhi_epi16(t[2 * i], t[2 * i + 1]);  // rows 4..7
+    }
+    for (int i = 0; i < 2; ++i)
+        for (int h = 0; h < 2; ++h) {
+            v[4 * i + 2 * h] = _mm_unpacklo_epi32(u[4 * i + h], u[4 * i + 2 + h]);      // two rows of eight columns
+            v[4 * i + 2 * h + 1] = _mm_unpackhi_epi32(u[4 * i + h], u[4 * i + 2 + h]);  // the next two rows
+        }
+    for (int j = 0; j < 4; ++j) {
+        rows[2 * j] = _mm_unpacklo_epi64(v[j], v[4 + j]);
+        rows[2 * j + 1] = _mm_unpackhi_epi64(v[j], v[4 + j]);
+    }
+}
+#endif
+}  // namespace
+
 void LinearSteps(float& rowAcc, float cx, float cy, int W, int rows, uint8_t* idx) {
     float acc[Lanes];
     for (int j = 0; j < Lanes; ++j) {
@@ -76,8 +118,8 @@ void LinearSteps(float& rowAcc, float cx, float cy, int W, int rows, uint8_t* id
     __m128 a0 = _mm_loadu_ps(acc), a1 = _mm_loadu_ps(acc + 4);
     const __m128 step = _mm_set1_ps(cx), lo = _mm_set1_ps(-300.0f), hi = _mm_set1_ps(300.0f);
     const __m128i zero = _mm_setzero_si128();
-    alignas(16) uint8_t lane[16];
-    for (; x < W; ++x) {
+    // One column: both halves of the lanes step on, and their steps as bytes.
+    auto column = [&]() {
         a0 = _mm_add_ps(a0, step);
         a1 = _mm_add_ps(a1, step);
         // Held well beyond the table first, so that the conversion cannot overflow;
@@ -85,7 +127,18 @@ void LinearSteps(float& rowAcc, float cx, float cy, int W, int rows, uint8_t* id
         const __m128i i0 = _mm_sub_epi32(zero, _mm_cvtps_epi32(_mm_min_ps(_mm_max_ps(a0, lo), hi)));
         const __m128i i1 = _mm_sub_epi32(zero, _mm_cvtps_epi32(_mm_min_ps(_mm_max_ps(a1, lo), hi)));
         const __m128i words = _mm_packs_epi32(i0, i1);
-        _mm_store_si128(reinterpret_cast<__m128i*>(lane), _mm_packus_epi16(words, words));
+        return _mm_packus_epi16(words, words);
+    };
+    for (; x + 16 <= W; x += 16) {
+        __m128i cols[16], out[8];
+        for (auto& c : cols) c = column();
+        Transpose16x8(cols, out);
+        for (int j = 0; j < rows; ++j)
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(idx + static_cast<size_t>(j) * static_cast<size_t>(W) + x), out[j]);
+    }
+    alignas(16) uint8_t lane[16];
+    for (; x < W; ++x) {
+        _mm_store_si128(reinterpret_cast<__m128i*>(lane), column());
         for (int j = 0; j < rows; ++j) idx[static_cast<size_t>(j) * static_cast<size_t>(W) + static_cast<size_t>(x)] = lane[j];
     }
 #endif

@@ -53,6 +53,10 @@ MenuEntry GrayscaleVideo(form, "GrayscaleVideo", "Video weighted", &BufferValue)
 MenuEntry BufferInvert(form, "BufferInvert", "Invert", &Edit);
 MenuEntry DynamicRangeCompensate(form, "DynamicRangeCompensate", "Dynamic range", &Edit);
 MenuEntry Buffer_Fill(form, "Buffer_Fill", "Fill                                           q", &Edit);
+MenuEntry Buffer_Paintstyle(form, "Buffer_Paintstyle", "Paint", &Edit);
+MenuEntry Buffer_Paint(form, "Buffer_Paint", "Paint fill                                  w", &Buffer_Paintstyle);
+MenuEntry Buffer_Adjustablepaint(form, "Buffer_Adjustablepaint", "Adjustable paint                     e",
+                                 &Buffer_Paintstyle);
 MenuEntry ImageInfo(form, "ImageInfo", "Buffer info...", &Edit);
 // Brush
 MenuEntry Cust(form, "Cust", "Brush", nullptr);
@@ -82,6 +86,7 @@ MenuEntry Adj_Binary_Controst(form, "Adj_Binary_Controst", "Threshold...", &Adju
 MenuEntry Adjust_Sat(form, "Adjust_Sat", "Saturation...", &Adjust);
 MenuEntry Addjust_Hue(form, "Addjust_Hue", "Hue...", &Adjust);
 MenuEntry Filter_Color(form, "Filter_Color", "Color", &Filter);
+MenuEntry MapGradient(form, "MapGradient", "Map to current gradient", &Filter_Color);
 MenuEntry ColorNegative(form, "ColorNegative", "Negative", &Filter_Color);
 MenuEntry ColorInvertValue(form, "ColorInvertValue", "Invert value", &Filter_Color);
 MenuEntry ColorSwapChannels(form, "ColorSwapChannels", "Swap channels", &Filter_Color);
