@@ -47,10 +47,12 @@ Spans FindSpans(const Coat& c) {
     return s;
 }
 
-// A place within first..last scaled to 0..256; a span of one pixel is its middle.
+// A place within first..last scaled to 0..256; a span of one pixel is its
+// middle. Pixels of the box beyond their column's or row's span (a selection
+// that is not convex) count as its ends.
 int Place(int at, int first, int last) {
     if (first < 0 || last <= first) return 128;
-    return (at - first) * 256 / (last - first);
+    return std::clamp((at - first) * 256 / (last - first), 0, 256);
 }
 
 // Five-point means of M inside the picture's edge, rounded (never half-way).

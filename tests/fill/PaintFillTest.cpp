@@ -53,6 +53,17 @@ TEST_F(PaintFillTest, CoatLiesInsideTheSelectionThickerInTheMiddleAsOneUndoStep)
     EXPECT_GT(Coat(10, 60), 0);
 }
 
+TEST_F(PaintFillTest, ASelectionThatIsNotABoxTakesTheCoatOnlyWhereItIs) {
+    // An L: the box's lower right quarter lies outside every row's and column's span.
+    for (int y = 30; y < 50; ++y)
+        for (int x = 50; x < 80; ++x) BufA(x, y) = 0;
+    Key('w');
+    EXPECT_GT(Coat(30, 40), 0);
+    EXPECT_GT(Coat(60, 20), 0);
+    EXPECT_EQ(Coat(70, 45), 0);
+    EXPECT_EQ(BufB(70, 45), 255);
+}
+
 TEST_F(PaintFillTest, AdjustableFillFadesAlongTheBandDrawnAfterTheKey) {
     // The band runs down the selection: the cursor where the key was pressed,
     // then moves, a press (ignored) and a release that ends it.
