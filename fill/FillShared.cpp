@@ -7,7 +7,7 @@
 #include "core/framework/AppState.h"
 
 FillArea FillSize() {
-    return {PictureWidth({&BufR, &BufG, &BufB, &BufA, &UndoR}), PictureHeight({&BufR, &BufG, &BufB, &BufA, &UndoR})};
+    return {PictureWidth({&BufR, &BufG, &BufB, &BufA}), PictureHeight({&BufR, &BufG, &BufB, &BufA})};
 }
 
 kwlinear::Planes MainPlanes() {

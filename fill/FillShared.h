@@ -9,7 +9,7 @@ struct FillArea {
     int W = 0, H = 0;
     bool empty() const { return W <= 0 || H <= 0; }
 };
-// The size state, held to the main, alpha and undo planes.
+// The size state, held to the main and alpha planes.
 FillArea FillSize();
 // The main planes and alpha, alpha read as the AlphaOff byte says.
 kwlinear::Planes MainPlanes();
