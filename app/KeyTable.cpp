@@ -22,6 +22,7 @@
 #include "core/frame/Form2.h"
 #include "core/framework/Codes.h"
 #include "core/framework/Host.h"
+#include "fill/PaintFill.h"
 #include "plugin/PluginOptions.h"
 
 namespace {
@@ -57,6 +58,8 @@ std::vector<KeyLine> MakeTable() {
         {"Buffer", "S", "Copy swap buffer to alpha", {OnPress('S', SwapToAlpha_Click)}},
         {"Buffer", "W", "Copy alpha to swap buffer", {OnPress('W', AlhpaToSwap_Click)}},
         {"Buffer", "q", "Fill the buffer", {OnPress('q', Buffer_Fill_Click)}},
+        {"Buffer", "w, e", "Paint fill, adjustable paint fill",
+         {OnPress('w', Buffer_Paint_Click), OnPress('e', Buffer_Adjustablepaint_Click)}},
         {"Alpha", "\\", "Alpha on/off", {OnPress('\\', AlphaEnable_Click)}},
         {"Alpha", "|", "Invert alpha", {OnPress('|', InvertAlpha_Click)}},
         {"Alpha", "shift + arrows", "Move the selection by one pixel",
@@ -67,6 +70,7 @@ std::vector<KeyLine> MakeTable() {
          {OnPress('r', [] { PickRectangle(false); }), OnPress('R', [] { PickRectangle(true); })}},
         {"Tools", "c, C", "Ellipse, outline or filled",
          {OnPress('c', [] { PickEllipse(false); }), OnPress('C', [] { PickEllipse(true); })}},
+        {"Tools", "f", "Flood fill", {OnPress('f', Tool(Form2::Option4))}},
         {"Tools", ",", "Colour baster", {OnPress(',', Tool(Form2::Option6))}},
         {"Tools", "v", "Linear tool", {OnPress('v', Tool(Form2::Option18))}},
         {"Tools", "b", "Custom brush selector", {OnPress('b', Tool(Form2::Option20))}},

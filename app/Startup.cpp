@@ -34,6 +34,8 @@
 #include "core/frame/AlphaMenu.h"
 #include "file/FileRows.h"
 #include "filter/FilterRows.h"
+#include "fill/FillRows.h"
+#include "fill/PaintFill.h"
 #include "core/framework/PanelLook.h"
 #include "file/FileMenu.h"
 #include "filter/FadeLast.h"
@@ -64,6 +66,8 @@ void Form_Initialize() {
     // Settings, in the order of the store.
     ReadStartupSettings();
     Bar(90);
+    // The stroke picture of the paint fills.
+    StartupStrokeTexture();
     // The last stages of the bar; the window is kept for later work.
     Bar(100);
     HideStatus();
@@ -109,6 +113,7 @@ Rows AllRows() {
     rows += ColourRows();
     rows += BrushRows();
     rows += CanvasRows();
+    rows += FillRows();
     rows += AnimRows();
     rows += PluginRows();
     rows += KeyRows();

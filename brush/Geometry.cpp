@@ -1,4 +1,4 @@
-// Small geometry of the brush tools.
+// Small geometry of the brush, line and fill tools.
 #include "brush/Geometry.h"
 
 #include <algorithm>
@@ -21,4 +21,11 @@ float CalculateAngle(float X1, float Y1, float X2, float Y2) {
     else if (p) r = 360 - a;
     else if (q) r = 180 - a;
     return static_cast<float>(r);
+}
+
+void Distance(float& X1, float& Y1, float& X2, float& Y2, int16_t& D) {
+    const double dx = static_cast<double>(X2) - X1, dy = static_cast<double>(Y2) - Y1;
+    const double dx2 = std::min(static_cast<double>(vb::CLng(std::min(dx * dx, 2.1e9))), 2.1e9);
+    const double dy2 = std::min(static_cast<double>(vb::CLng(std::min(dy * dy, 2.1e9))), 2.1e9);
+    D = vb::CInt(std::min(std::sqrt(dx2 + dy2), 32767.0));
 }

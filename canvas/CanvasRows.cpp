@@ -27,10 +27,12 @@ Rows CanvasRows() {
     Rows rows = NaturalBrushRows();
     rows += RectangleRows();
     rows += EllipseRows();
+    rows += FloodRows();
     rows += BasterRows();
     rows += LassoRows();
     rows += RectAlphaRows();
     rows += EllipseAlphaRows();
+    rows += WandRows();
     rows += CurveRows();
     rows += LineRows();
     rows += TextRows();

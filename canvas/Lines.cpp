@@ -1,4 +1,4 @@
-// The line drawers on the main planes and the geometry helpers.
+// The line drawers on the main planes.
 #include "canvas/Lines.h"
 
 #include <algorithm>
@@ -41,28 +41,4 @@ void GradAALine(int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t R1, int3
                 int32_t G2, int32_t B2, int32_t W, int32_t H) {
     kwline::RgbPlanes p;
     if (Planes(p, W, H)) kwline::GradAALine(p, X1, Y1, X2, Y2, R1, G1, B1, R2, G2, B2, W, H);
-}
-
-void Distance(float& X1, float& Y1, float& X2, float& Y2, int16_t& D) {
-    const double dx = static_cast<double>(X2) - X1, dy = static_cast<double>(Y2) - Y1;
-    const double dx2 = std::min(static_cast<double>(vb::CLng(std::min(dx * dx, 2.1e9))), 2.1e9);
-    const double dy2 = std::min(static_cast<double>(vb::CLng(std::min(dy * dy, 2.1e9))), 2.1e9);
-    D = vb::CInt(std::min(std::sqrt(dx2 + dy2), 32767.0));
-}
-
-float CalculateAngle(float X1, float Y1, float X2, float Y2) {
-    auto to16 = [](float v) { return static_cast<double>(vb::CInt(std::clamp(v, -32768.0f, 32767.0f))); };
-    double n = to16(Y1 - Y2), m = to16(X1 - X2);
-    const bool p = n <= 0, q = m <= 0;
-    n = std::fabs(n);
-    m = std::fabs(m);
-    // Straight up or down (X1 = X2) the tangent is infinite: the angle is taken
-    // as 90 degrees before the quadrant is applied, and 0 for a single point.
-    double a;
-    if (m == 0) a = n == 0 ? 0.0 : 90.0;
-    else a = std::atan(n / m) * 57.2958;
-    if (p && q) return static_cast<float>(a + 180);
-    if (p) return static_cast<float>(360 - a);
-    if (q) return static_cast<float>(180 - a);
-    return static_cast<float>(a);
 }

@@ -1,9 +1,11 @@
-// The line drawers on the picture, and the two small geometry helpers the
-// tools share. W and H are the canvas size the caller read; the drawers never
+// The line drawers on the picture; the geometry helpers the tools share come
+// with them. W and H are the canvas size the caller read; the drawers never
 // reach beyond the planes whatever they are given.
 #pragma once
 
 #include <cstdint>
+
+#include "brush/Geometry.h"  // Distance and CalculateAngle
 
 void MidPointLine(int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t R, int32_t G, int32_t B, int32_t W,
                   int32_t H);
@@ -12,7 +14,3 @@ void AAFloatLine(float X1, float Y1, float X2, float Y2, int32_t R, int32_t G, i
 void GradAALine(int32_t X1, int32_t Y1, int32_t X2, int32_t Y2, int32_t R1, int32_t G1, int32_t B1, int32_t R2,
                 int32_t G2, int32_t B2, int32_t W, int32_t H);
 
-// D = CInt(sqrt(dx^2 + dy^2)), held to what 16 bits keep.
-void Distance(float& X1, float& Y1, float& X2, float& Y2, int16_t& D);
-// The direction from (X2, Y2) to (X1, Y1) in degrees, 0..360, y pointing down.
-float CalculateAngle(float X1, float Y1, float X2, float Y2);

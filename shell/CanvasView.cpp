@@ -34,7 +34,8 @@ CanvasView::CanvasView(QWidget* parent) : QAbstractScrollArea(parent) {
     // The overlay models repaint the view when they change.
     QWidget* vp = viewport();
     for (Control* c : std::initializer_list<Control*>{&Form1::Brush_bounds, &Form1::Line1, &Form1::Line2,
-                                                      &Form1::Line3, &Form1::Shape1, &Form1::CloneCross})
+                                                      &Form1::Line3, &Form1::Shape1, &Form1::CloneCross,
+                                                      &Form1::PaintFill_Band})
         FollowModel(*c, vp, [vp] { vp->update(); });
     for (int i = 0; i < Form1::CurveSegments; ++i) FollowModel(Form1::CurveSegment(i), vp, [vp] { vp->update(); });
     makeTextBox();
@@ -196,7 +197,7 @@ void CanvasView::paintOverlays(QPainter& p) {
         if (Form1::Shape1.Tag == Form1::OvalTag) both([&] { p.drawEllipse(box(Form1::Shape1)); });
         else both([&] { p.drawRect(box(Form1::Shape1)); });
     }
-    std::vector<const LineControl*> lines = {&Form1::Line1, &Form1::Line2, &Form1::Line3};
+    std::vector<const LineControl*> lines = {&Form1::Line1, &Form1::Line2, &Form1::Line3, &Form1::PaintFill_Band};
     for (int i = 0; i < Form1::CurveSegments; ++i) lines.push_back(&Form1::CurveSegment(i));
     for (const LineControl* l : lines)
         if (l->Visible)

@@ -40,3 +40,5 @@ Rows RectAlphaRows();
 Rows EllipseAlphaRows();
 Rows TextRows();
 Rows BrushSelectRows();
+Rows FloodRows();
+Rows WandRows();

@@ -20,6 +20,7 @@ Shape Brush_bounds(form, "Brush_bounds");
 LineControl Line1(form, "Line1");
 LineControl Line2(form, "Line2");
 LineControl Line3(form, "Line3");
+LineControl PaintFill_Band(form, "PaintFill_Band");
 Shape Shape1(form, "Shape1");
 Shape CloneCross(form, "CloneCross");
 TextBox TextTool(form, "TextTool");
@@ -45,6 +46,7 @@ struct Wiring {
         form.Resize = Form_Resize;
         for (Shape* s : {&Brush_bounds, &Shape1, &CloneCross}) s->Visible.setQuietly(false);
         TextTool.Visible.setQuietly(false);
+        PaintFill_Band.Visible.setQuietly(false);
     }
 } wiring;
 }  // namespace

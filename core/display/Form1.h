@@ -11,6 +11,7 @@ extern Timer Timer1;  // marches the marquee
 extern Shape Brush_bounds;       // the custom brush's box following the cursor
 extern LineControl Line1, Line2;  // crosshair through the cursor
 extern LineControl Line3;         // the rubber line
+extern LineControl PaintFill_Band;  // the band of the adjustable paint fill while it waits
 extern Shape Shape1;              // the rubber rectangle or ellipse
 inline constexpr const char* OvalTag = "oval";  // Shape1's Tag while it is an ellipse
 extern Shape CloneCross;          // the clone source mark of a shift-click (centre = Left, Top)

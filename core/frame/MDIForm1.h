@@ -74,6 +74,8 @@ void BasterPick(MenuEntry& chosen);
 // The drawing tools' popups: the linear tool's variants (one checked at a
 // time), the text tool's settings and clearing the selection to a colour.
 extern MenuEntry Linetool, linetool_Line;
+extern MenuEntry Linetool_Gradient, Circular_Gradient, LinearWarp, LinearAlhpaFader;
+extern MenuEntry Flood, Flood_Settings, Flood_FillSettings;  // the flood fill's and the magic wand's popup
 extern MenuEntry Texttool, Text_FontSettings, Text_FillSettings, Text_NudgeTool;
 extern MenuEntry Clear_menu, ClearAlphaPrimary, ClearAlphaSeconary, Anim_ClearFrames;
 }  // namespace Menus

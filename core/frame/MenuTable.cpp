@@ -56,6 +56,10 @@ MenuEntry GrayscaleVideo(form, "GrayscaleVideo", "Video weighted", &BufferValue)
 MenuEntry BufferInvert(form, "BufferInvert", "Invert", &Edit);
 MenuEntry DynamicRangeCompensate(form, "DynamicRangeCompensate", "Dynamic range", &Edit);
 MenuEntry Buffer_Fill(form, "Buffer_Fill", "Fill                                           q", &Edit);
+MenuEntry Buffer_Paintstyle(form, "Buffer_Paintstyle", "Paint", &Edit);
+MenuEntry Buffer_Paint(form, "Buffer_Paint", "Paint fill                                  w", &Buffer_Paintstyle);
+MenuEntry Buffer_Adjustablepaint(form, "Buffer_Adjustablepaint", "Adjustable paint                     e",
+                                 &Buffer_Paintstyle);
 MenuEntry ImageInfo(form, "ImageInfo", "Buffer info...", &Edit);
 // Brush
 MenuEntry Cust(form, "Cust", "Brush", nullptr);
@@ -87,6 +91,7 @@ MenuEntry Adj_Binary_Controst(form, "Adj_Binary_Controst", "Threshold...", &Adju
 MenuEntry Adjust_Sat(form, "Adjust_Sat", "Saturation...", &Adjust);
 MenuEntry Addjust_Hue(form, "Addjust_Hue", "Hue...", &Adjust);
 MenuEntry Filter_Color(form, "Filter_Color", "Color", &Filter);
+MenuEntry MapGradient(form, "MapGradient", "Map to current gradient", &Filter_Color);
 MenuEntry ColorNegative(form, "ColorNegative", "Negative", &Filter_Color);
 MenuEntry ColorInvertValue(form, "ColorInvertValue", "Invert value", &Filter_Color);
 MenuEntry ColorSwapChannels(form, "ColorSwapChannels", "Swap channels", &Filter_Color);
@@ -308,6 +313,10 @@ MenuEntry baster9(form, "baster9", "25 pixel", &TBaster);
 // The linear tool's variants, the text tool's settings, clearing the selection.
 MenuEntry Linetool(form, "Linetool", "Linetool", nullptr);
 MenuEntry linetool_Line(form, "linetool_Line", "Line tool", &Linetool);
+MenuEntry Linetool_Gradient(form, "Linetool_Gradient", "Linear gradient tool", &Linetool);
+MenuEntry Circular_Gradient(form, "Circular_Gradient", "Circular gradient tool", &Linetool);
+MenuEntry LinearWarp(form, "LinearWarp", "Warp", &Linetool);
+MenuEntry LinearAlhpaFader(form, "LinearAlhpaFader", "Linear alpha fader", &Linetool);
 MenuEntry Texttool(form, "Texttool", "Texttool", nullptr);
 MenuEntry Text_FontSettings(form, "Text_FontSettings", "Font settings...", &Texttool);
 MenuEntry Text_FillSettings(form, "Text_FillSettings", "Fill settings...", &Texttool);
@@ -316,6 +325,10 @@ MenuEntry Clear_menu(form, "Clear_menu", "Clear_menu", nullptr);
 MenuEntry ClearAlphaPrimary(form, "ClearAlphaPrimary", "Clear selected to primary", &Clear_menu);
 MenuEntry ClearAlphaSeconary(form, "ClearAlphaSeconary", "Clear selected to secondary", &Clear_menu);
 MenuEntry Anim_ClearFrames(form, "Anim_ClearFrames", "Clear all frames", &Clear_menu);
+// The flood fill's and the magic wand's settings.
+MenuEntry Flood(form, "Flood", "Flood", nullptr);
+MenuEntry Flood_Settings(form, "Flood_Settings", "Flood settings...", &Flood);
+MenuEntry Flood_FillSettings(form, "Flood_FillSettings", "Fill settings...", &Flood);
 
 namespace {
 struct Wiring {
@@ -323,7 +336,8 @@ struct Wiring {
         MixSwap_Add.Checked.setQuietly(true);
         Baster1.Checked.setQuietly(true);
         linetool_Line.Checked.setQuietly(true);
-        linetool_Line.Checkable = true;
+        for (MenuEntry* e : {&linetool_Line, &Linetool_Gradient, &Circular_Gradient, &LinearWarp, &LinearAlhpaFader})
+            e->Checkable = true;
         for (MenuEntry* e : {&MixSwapNone, &MixSwap_Add, &MixSwapSub, &MixSwapMult, &MixSwapDiv, &MixSwapScreen,
                               &MixaroundGrey, &Baster1, &baster5, &baster9})
             e->Checkable = true;

@@ -89,7 +89,7 @@ TEST(Tables, EveryKeyStandsInTheKeyTableAndItsReference) {
     const std::string reference = KeyReference();
     for (const KeyLine& line : KeyTable())
         EXPECT_NE(reference.find("  " + std::string(line.keys) + " "), std::string::npos) << line.keys;
-    for (char c : std::string("uUapoighlb.qZ][JjS\\|WBvdxyz,rRcC=+_-K1234567890!@ ?"))
+    for (char c : std::string("uUapoighlb.qweZ][JjS\\|WBvdxyz,rRfcC=+_-K1234567890!@ ?"))
         EXPECT_TRUE(table.count({int(KeyEvent::Press), c, 0})) << c;
     for (int16_t f : {VirtualKey::F1, VirtualKey::F2, VirtualKey::F5, VirtualKey::F6, VirtualKey::F7, VirtualKey::F8})
         EXPECT_TRUE(table.count({int(KeyEvent::Release), f, ShiftState::None})) << f;

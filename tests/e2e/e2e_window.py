@@ -97,7 +97,7 @@ def tool_buttons(img):
         if len(runs) >= 3 and not in_row:
             buttons += [(y + 3, left, right) for left, right in runs]
         in_row = len(runs) >= 3
-    return buttons if len(buttons) >= 6 else None
+    return buttons if len(buttons) >= 7 else None
 
 
 def main():
@@ -149,9 +149,9 @@ def main():
             return dark >= len(on_path) - 1 and share_of(img, (255, 255, 255), (1000, 220, 1200, 320)) > 0.99
         wait_for("the stroke on screen", stroke_seen)
 
-        # A rectangle selection with the mouse: the sixth tool ("Rect alpha"), a drag below the
+        # A rectangle selection with the mouse: the seventh tool ("Rect alpha"), a drag below the
         # stroke. The title says alpha is on and the marquee runs round the box.
-        y, left, right = wait_for("the tool buttons", lambda: tool_buttons(screenshot(env, shot)))[5]
+        y, left, right = wait_for("the tool buttons", lambda: tool_buttons(screenshot(env, shot)))[6]
         run(env, "xdotool", "mousemove", str((left + right) // 2), str(y + 3), "click", "1")
         run(env, "xdotool", "mousemove", "780", "640")
         run(env, "xdotool", "mousedown", "1")

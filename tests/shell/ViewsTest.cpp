@@ -138,6 +138,9 @@ TEST(PanelView, TheToolThatIsDownLooksDown) {
     auto differ = [](QColor a, QColor b) {
         return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) + std::abs(a.blue() - b.blue());
     };
+    // No button counts as under the pointer: earlier tests leave the offscreen
+    // pointer wherever they last moved it, and a hovered button shows its hover face.
+    for (QToolButton* b : panel.findChildren<QToolButton*>()) b->setAttribute(Qt::WA_UnderMouse, false);
     const QColor down = face(brush), up = face(baster);
     EXPECT_TRUE(brush->isChecked());
     EXPECT_FALSE(baster->isChecked());
