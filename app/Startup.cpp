@@ -35,6 +35,7 @@
 #include "core/framework/PanelLook.h"
 #include "file/FileMenu.h"
 #include "filter/FadeLast.h"
+#include "render/RenderRows.h"
 
 namespace Form2 {
 void Form_Initialize() {
@@ -106,6 +107,7 @@ Rows AllRows() {
     rows += BrushRows();
     rows += CanvasRows();
     rows += AnimRows();
+    rows += RenderRows();
     return rows;
 }
 

@@ -93,6 +93,16 @@ MenuEntry Simpleblur(form, "Simpleblur", "Simple blur...", &Blur);
 MenuEntry FastGaus(form, "FastGaus", "Gaussian blur...", &Blur);
 MenuEntry Adjustableblur(form, "Adjustableblur", "Custom blur...", &Blur);
 MenuEntry BlurLightDifuse(form, "BlurLightDifuse", "Light diffusion...", &Blur);
+MenuEntry Noise(form, "Noise", "Noise", &Filter);
+MenuEntry AddValueNoise(form, "AddValueNoise", "Value noise...", &Noise);
+MenuEntry AddNoise(form, "AddNoise", "Color noise...", &Noise);
+MenuEntry menuTransform(form, "menuTransform", "Transform", &Filter);
+MenuEntry TransformMeshwarp(form, "TransformMeshwarp", "Warp mesh...", &menuTransform);
+MenuEntry Combine_Znoise(form, "Combine_Znoise", "Z noise...", &menuTransform);
+MenuEntry Render(form, "Render", "Render", &Filter);
+MenuEntry Plasma(form, "Plasma", "Plasma noise...", &Render);
+MenuEntry BumpyToy(form, "BumpyToy", "Bumpy toy...", &Render);
+MenuEntry Render_Sky(form, "Render_Sky", "Sky...", &Render);
 // Combine with swap
 MenuEntry Combine(form, "Combine", "Combine with swap", nullptr);
 MenuEntry CombineMix(form, "CombineMix", "Mix buffers...", &Combine);
