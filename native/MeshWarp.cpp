@@ -24,19 +24,25 @@ inline Cell CellOf(float g, int last) {
 void ResampleMorphVectors(const Mesh& mesh, int gx, int gy, int ph, int16_t* vecX, int16_t* vecY) {
     if (gx <= 0 || gy <= 0 || ph < 0) return;
     const float kx = gx / 399.0f, ky = ph > 0 ? gy / static_cast<float>(ph) : 0.0f;
+    // The columns' cells, from the same running sum every row would make.
+    Cell cols[400];
+    float gxAcc = 0;
+    for (int c = 0; c < 400; ++c, gxAcc += kx) cols[c] = CellOf(gxAcc, mesh.cols);
+    const size_t nodeStride = static_cast<size_t>(mesh.cols) + 1;
     float gyAcc = 0;
     for (int r = 0; r <= ph; ++r, gyAcc += ky) {
         const Cell cy = CellOf(gyAcc, mesh.rows);
-        float gxAcc = 0;
-        for (int c = 0; c < 400; ++c, gxAcc += kx) {
-            const Cell cx = CellOf(gxAcc, mesh.cols);
-            auto mix = [&](int16_t (Mesh::*n)(int, int) const) {
-                const float top = (mesh.*n)(cx.i1, cy.i) * cx.f + (mesh.*n)(cx.i, cy.i) * (1 - cx.f);
-                const float bottom = (mesh.*n)(cx.i1, cy.i1) * cx.f + (mesh.*n)(cx.i, cy.i1) * (1 - cx.f);
-                return static_cast<int16_t>(kwround::RoundF(top * (1 - cy.f) + bottom * cy.f));
-            };
-            vecX[static_cast<size_t>(r) * 400 + c] = mix(&Mesh::x);
-            vecY[static_cast<size_t>(r) * 400 + c] = mix(&Mesh::y);
+        for (int k = 0; k < 2; ++k) {
+            const int16_t* nodes = k == 0 ? mesh.X : mesh.Y;
+            const int16_t* n0 = nodes + cy.i * nodeStride;
+            const int16_t* n1 = nodes + cy.i1 * nodeStride;
+            int16_t* out = (k == 0 ? vecX : vecY) + static_cast<size_t>(r) * 400;
+            for (int c = 0; c < 400; ++c) {
+                const Cell& cx = cols[c];
+                const float top = n0[cx.i1] * cx.f + n0[cx.i] * (1 - cx.f);
+                const float bottom = n1[cx.i1] * cx.f + n1[cx.i] * (1 - cx.f);
+                out[c] = static_cast<int16_t>(kwround::RoundF(top * (1 - cy.f) + bottom * cy.f));
+            }
         }
     }
 }
