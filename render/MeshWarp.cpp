@@ -230,7 +230,9 @@ void Close(bool apply) {
 
 Form form("Meshwarp", "Warp mesh");
 PictureBox Picture1(form, "Picture1", 400, 400);
+Label Label1(form, "Label1", "Grid x");
 TextBox Text1(form, "Text1", "8", GridChanged);
+Label Label2(form, "Label2", "Grid y");
 TextBox Text2(form, "Text2", "6", GridChanged);
 CommandButton Command1(form, "Command1", "Ok", [] { Close(true); }, ButtonRole::Default);
 CommandButton Command2(form, "Command2", "Cancel", [] { Close(false); }, ButtonRole::Cancel);
@@ -244,6 +246,8 @@ struct Wiring {
         Picture1.MouseMove = Picture1_MouseMove;
         Picture1.MouseUp = Picture1_MouseUp;
         Picture1.Paint = Picture1_Paint;
+        Text1.LostFocus = Text1_LostFocus;
+        Text2.LostFocus = Text2_LostFocus;
         Command1.Group = Command2.Group = 1;
         form.Load = [] {
             PrefsCallBack(form);

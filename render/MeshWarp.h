@@ -14,6 +14,7 @@ void TransformMeshwarp_Click();
 namespace Meshwarp {
 extern Form form;
 extern PictureBox Picture1;      // the 400 x 400 preview square
+extern Label Label1, Label2;     // the captions of the two boxes
 extern TextBox Text1, Text2;     // "Grid x", "Grid y": nodes across and down, 2..32
 extern CommandButton Command1, Command2;
 

@@ -187,6 +187,7 @@ Slider HScroll7(form, "HScroll7", 1, 8, 5);
 Slider Hscroll2(form, "Hscroll2", 1, 10, 2);
 Slider Hscroll1(form, "Hscroll1", 0, 7, 0, [] { Label1.Caption = "Gradient " + std::to_string(Hscroll1.Value + 1); });
 Label Label1(form, "Label1", "Gradient 1");
+Label Label2(form, "Label2", "Algorithm");
 ComboBox Combo3(form, "Combo3");
 CommandButton Command1(form, "Command1", "Ok", [] {
     Hide(form);

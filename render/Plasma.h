@@ -35,6 +35,7 @@ namespace BumpyOptions {
 extern Form form;
 extern Slider HScroll7, Hscroll2, Hscroll1;  // iterations, scale, gradient index
 extern Label Label1;                         // the gradient index as the user counts, from 1
+extern Label Label2;                         // the caption of the algorithm list
 extern ComboBox Combo3;                      // "Multi-Perlin" or "Recursive subdivision"
 extern CommandButton Command1, Command2, Command3;
 }  // namespace BumpyOptions

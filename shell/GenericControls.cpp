@@ -229,6 +229,9 @@ BuiltControl MakeTextBox(Control& c, QWidget* parent) {
             if (m.KeyUp) m.KeyUp();
         });
     });
+    QObject::connect(t, &QLineEdit::editingFinished, t, [&m] {
+        if (m.LostFocus) Guarded([&] { m.LostFocus(); });
+    });
     HookControl(c, t, [t, &m] {
         if (t->text().toStdString() != m.Text.get()) t->setText(Q(m.Text));
     });

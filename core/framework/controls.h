@@ -139,6 +139,7 @@ public:
     bool MultiLine = false;
     std::function<void()> Change;
     std::function<void()> KeyUp;  // after each key the user typed
+    std::function<void()> LostFocus;  // the user left the box (Return or another control)
 
 protected:
     void onChanged(const void* prop) override;

@@ -88,12 +88,12 @@ TEST_F(MeshWarpTest, NearestNodeByCityBlockAndGridChangesThrowTheMeshAway) {
     EXPECT_NE(MeshX(2, 2), 0);
     Text1.Text = "40";  // out of range while typing: nothing happens yet
     EXPECT_NE(MeshX(2, 2), 0);
-    Text1_LostFocus();
+    Text1.LostFocus();  // as the box's view sends it when the user leaves
     EXPECT_EQ(Text1.Text.get(), "32");
     EXPECT_EQ(MeshX.ubX(), 32);
     EXPECT_EQ(MeshX(2, 2), 0);  // a new mesh, at rest
     Text2.Text = "1";
-    Text2_LostFocus();
+    Text2.LostFocus();
     EXPECT_EQ(Text2.Text.get(), "2");
     Command2.press();
     EXPECT_EQ(Text1.Text.get(), "8");  // a fresh panel starts from the default grid
