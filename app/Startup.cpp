@@ -41,6 +41,7 @@
 #include "filter/FadeLast.h"
 #include "plugin/AutomationService.h"
 #include "plugin/PluginRows.h"
+#include "render/RenderRows.h"
 
 namespace Form2 {
 void Form_Initialize() {
@@ -115,6 +116,7 @@ Rows AllRows() {
     rows += CanvasRows();
     rows += FillRows();
     rows += AnimRows();
+    rows += RenderRows();
     rows += PluginRows();
     rows += KeyRows();
     return rows;

@@ -12,13 +12,13 @@ REPS=3
 scripts/install-deps.sh --bench
 cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DKW_TESTS=OFF -DKW_BENCH=ON >/dev/null
 cmake --build build-bench -j2 --target bench_display bench_undo bench_targa colour_bench bench_brush \
-  bench_anim bench_filter bench_draw bench_custom_brush bench_plugin
+  bench_anim bench_filter bench_draw bench_custom_brush bench_plugin bench_render bench_flood bench_linear_fill
 mkdir -p "$OUT"
 
 # One thread everywhere: our code has one, and the peers are held to one.
 export OMP_NUM_THREADS=1 OPENCV_FOR_THREADS_NUM=1
 for b in colour_bench bench_undo bench_display bench_targa bench_brush bench_anim bench_filter bench_draw \
-         bench_custom_brush; do
+         bench_custom_brush bench_render bench_flood bench_linear_fill; do
   echo "running $b" >&2
   taskset -c 1 "build-bench/bench/$b" --benchmark_repetitions="$REPS" --benchmark_report_aggregates_only=true \
     --benchmark_format=json --benchmark_out="$OUT/$b.json" --benchmark_out_format=json >/dev/null
@@ -76,6 +76,9 @@ rows = [
     ("ConvolveAlpha vs filter2D 3x3", "BM_ConvolveAlpha/1/real_time", "BM_OpenCV_Filter2D3x3/1/real_time"),
     ("Lasso fill, 2000 points, vs one pass over alpha", "BM_LassoFill", "BM_AlphaPass"),
     ("Plug-in get + set of a 4000x3000 plane vs memcpy", "BM_GetAndSetPlane/manual_time", "BM_MemcpyPlane/manual_time"),
+    ("Bumpy toy Perlin, 5 octaves, vs libvips perlin x5", "BM_BumpyPerlin5/1/real_time",
+     "BM_VipsPerlin5/real_time"),
+    ("Mesh warp Ok vs one bilinear resample", "BM_ApplyMorph/1/real_time", "BM_BilinearPass/real_time"),
 ]
 print("CPU time per operation (median of the repetitions), pinned to one core")
 print(f"{'What':52} {'ours ms':>10} {'baseline ms':>12} {'ratio':>7}")

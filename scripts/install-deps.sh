@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # Installs the Debian packages Kelpwick needs to build, test and run, when missing.
 # With --bench, also the peers the benchmarks measure against (bench/run.sh):
-# libmypaint and OpenCV's core and imgproc (cv::merge, the filters); the tests never need them.
+# libmypaint, OpenCV's core and imgproc (cv::merge, the filters) and libvips (perlin noise); the tests never need them.
 set -euo pipefail
 PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev libgtest-dev libgmock-dev libbenchmark-dev
           xvfb xauth x11-utils xdotool imagemagick python3 python3-pil
           desktop-file-utils appstream dpkg-dev dbus python3-dbus)
 if [[ "${1:-}" == "--bench" ]]; then
-  PACKAGES+=(libmypaint-dev libopencv-core-dev libopencv-imgproc-dev)
+  PACKAGES+=(libmypaint-dev libopencv-core-dev libopencv-imgproc-dev libvips-dev)
 fi
 missing=()
 for p in "${PACKAGES[@]}"; do

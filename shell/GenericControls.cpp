@@ -3,6 +3,9 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QHBoxLayout>
 #include <QImage>
 #include <QLabel>
@@ -110,9 +113,29 @@ BuiltControl MakeLabel(Control& c, QWidget* parent) {
     return {l};
 }
 
+// A button that takes a colour dropped from a well, and shows it as its face.
+class ColourDropButton : public QPushButton {
+public:
+    ColourDropButton(CommandButton& m, QWidget* parent) : QPushButton(parent), m_(m) { setAcceptDrops(true); }
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* e) override {
+        if (ColourFromMimeData(e->mimeData())) e->acceptProposedAction();
+    }
+    void dropEvent(QDropEvent* e) override {
+        if (auto colour = ColourFromMimeData(e->mimeData())) {
+            e->acceptProposedAction();
+            Guarded([&] { m_.ColourDrop(*colour); });
+        }
+    }
+
+private:
+    CommandButton& m_;
+};
+
 BuiltControl MakeButton(Control& c, QWidget* parent) {
     auto& m = static_cast<CommandButton&>(c);
-    auto* b = new QPushButton(parent);
+    QPushButton* b = m.ColourDrop ? new ColourDropButton(m, parent) : new QPushButton(parent);
     b->setDefault(m.Role == ButtonRole::Default);
     QObject::connect(b, &QPushButton::clicked, b, [&m] { Guarded([&] { m.press(); }); });
     if (m.MouseDown) {
@@ -121,7 +144,13 @@ BuiltControl MakeButton(Control& c, QWidget* parent) {
             Guarded([&] { m.MouseDown(MouseButton::Right, 0, float(at.x()), float(at.y())); });
         });
     }
-    HookControl(c, b, [b, &c] { b->setText(Q(c.Caption)); });
+    HookControl(c, b, [b, &c, &m] {
+        b->setText(Q(c.Caption));
+        if (!m.ColourDrop) return;
+        const QColor face = QColorOf(c.BackColor);
+        b->setStyleSheet(QString("background-color: %1; color: %2")
+                             .arg(face.name(), face.lightness() < 128 ? "white" : "black"));
+    });
     return {b};
 }
 
@@ -199,6 +228,9 @@ BuiltControl MakeTextBox(Control& c, QWidget* parent) {
             m.Text = s.toStdString();
             if (m.KeyUp) m.KeyUp();
         });
+    });
+    QObject::connect(t, &QLineEdit::editingFinished, t, [&m] {
+        if (m.LostFocus) Guarded([&] { m.LostFocus(); });
     });
     HookControl(c, t, [t, &m] {
         if (t->text().toStdString() != m.Text.get()) t->setText(Q(m.Text));

@@ -1,6 +1,10 @@
 // The Host of the real program.
 #include "shell/QtHost.h"
 
+#include <algorithm>
+
+#include <cstring>
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QCursor>
@@ -273,6 +277,28 @@ std::optional<uint32_t> QtHost::ChooseColor(uint32_t initial) {
     if (!c.isValid()) return std::nullopt;
     return BgrOf(c);
 }
+
+// An off-screen picture in the byte order of the picture box's own pixels
+// (0x00BBGGRR is R, G, B, X in memory), so that showing it is one copy.
+uint32_t* QtHost::OpenSurface(PictureBox& box, int width, int height) {
+    if (width <= 0 || height <= 0) return nullptr;
+    QImage image(width, height, QImage::Format_RGBX8888);
+    if (image.isNull()) return nullptr;
+    image.fill(Qt::black);
+    QImage& kept = surfaces_[&box] = std::move(image);
+    return reinterpret_cast<uint32_t*>(kept.bits());
+}
+
+void QtHost::PresentSurface(PictureBox& box) {
+    auto it = surfaces_.find(&box);
+    if (it == surfaces_.end()) return;
+    const QImage& image = it->second;
+    const size_t n = std::min(box.pixels.size(), static_cast<size_t>(image.width()) * image.height());
+    std::memcpy(box.pixels.data(), image.constBits(), n * sizeof(uint32_t));
+    box.Refresh();
+}
+
+void QtHost::CloseSurface(PictureBox& box) { surfaces_.erase(&box); }
 
 bool QtHost::OpenDocument(const std::string& path) {
     if (!QFileInfo::exists(Q(path))) return false;

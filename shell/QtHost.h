@@ -1,6 +1,7 @@
 // The Host of the real program: forms become Qt windows, dialogs are Qt's own.
 #pragma once
 
+#include <QImage>
 #include <QPointer>
 #include <QProcess>
 #include <QWidget>
@@ -31,6 +32,9 @@ public:
     std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) override;
     std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
+    uint32_t* OpenSurface(PictureBox& box, int width, int height) override;
+    void PresentSurface(PictureBox& box) override;
+    void CloseSurface(PictureBox& box) override;
     bool OpenDocument(const std::string& path) override;
     double Clock() override;
     void PopupMenu(MenuEntry& menu) override;
@@ -59,6 +63,7 @@ private:
     MainWindow* main_;
     bool closing_ = false;  // the frame was unloaded
     std::map<Form*, QPointer<PanelView>> panels_;
+    std::map<PictureBox*, QImage> surfaces_;  // off-screen pictures of panels' picture boxes
     struct Program {
         std::unique_ptr<QProcess> process;
         std::string errorText;  // gathered as it is read

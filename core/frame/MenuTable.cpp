@@ -113,8 +113,17 @@ MenuEntry Convovle_Median(form, "Convovle_Median", "Median", &Convolve);
 MenuEntry Convolve_Maximum(form, "Convolve_Maximum", "Maximum", &Convolve);
 MenuEntry Convolve_MinMax(form, "Convolve_MinMax", "MinMax", &Convolve);
 MenuEntry Convolve_MaxMin(form, "Convolve_MaxMin", "MaxMin", &Convolve);
+MenuEntry Noise(form, "Noise", "Noise", &Filter);
+MenuEntry AddValueNoise(form, "AddValueNoise", "Value noise...", &Noise);
+MenuEntry AddNoise(form, "AddNoise", "Color noise...", &Noise);
 MenuEntry menuTransform(form, "menuTransform", "Transform", &Filter);
+MenuEntry TransformMeshwarp(form, "TransformMeshwarp", "Warp mesh...", &menuTransform);
 MenuEntry Transform_Spherize(form, "Transform_Spherize", "Spherize...", &menuTransform);
+MenuEntry Combine_Znoise(form, "Combine_Znoise", "Z noise...", &menuTransform);
+MenuEntry Render(form, "Render", "Render", &Filter);
+MenuEntry Plasma(form, "Plasma", "Plasma noise...", &Render);
+MenuEntry BumpyToy(form, "BumpyToy", "Bumpy toy...", &Render);
+MenuEntry Render_Sky(form, "Render_Sky", "Sky...", &Render);
 MenuEntry plugin(form, "plugin", "Filter plugin...", &Filter);
 // Combine with swap
 MenuEntry Combine(form, "Combine", "Combine with swap", nullptr);

@@ -10,6 +10,7 @@
 
 struct Form;
 class MenuEntry;
+class PictureBox;
 
 // The visible part of the canvas window: the screen image covers exactly this.
 // Origin is the window pixel (in the zoomed picture) at the image's top left.
@@ -99,6 +100,13 @@ public:
     // on its output channel; nullopt when it did not start or did not end in time.
     virtual std::optional<std::string> ProgramOutput(const std::string& program,
                                                      const std::vector<std::string>& arguments, int milliseconds);
+
+    // An off-screen picture for a panel's picture box: width x height pixels,
+    // 0x00BBGGRR, x fastest, that the logic clears and draws into and then
+    // shows in the box in one copy. nullptr when the host has none to give.
+    virtual uint32_t* OpenSurface(PictureBox& /*box*/, int /*width*/, int /*height*/) { return nullptr; }
+    virtual void PresentSurface(PictureBox& /*box*/) {}
+    virtual void CloseSurface(PictureBox& /*box*/) {}
 
     // Opens a popup menu of the hidden Menus window at the pointer.
     virtual void PopupMenu(MenuEntry& menu) = 0;

@@ -87,6 +87,9 @@ public:
     std::function<void()> Click;
     // A press of any button; views send the right button only, for a popup menu.
     std::function<void(int button, int shift, float x, float y)> MouseDown;
+    // A colour dragged from a well and dropped on the button; views accept such
+    // drops, and show the back colour, only when this is set.
+    std::function<void(uint32_t colour)> ColourDrop;
     ButtonRole Role;
     void press() {
         if (Click && Enabled) Click();
@@ -136,6 +139,7 @@ public:
     bool MultiLine = false;
     std::function<void()> Change;
     std::function<void()> KeyUp;  // after each key the user typed
+    std::function<void()> LostFocus;  // the user left the box (Return or another control)
 
 protected:
     void onChanged(const void* prop) override;

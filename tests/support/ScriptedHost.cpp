@@ -252,3 +252,20 @@ bool ScriptedHost::RasteriseText(const std::string& text, const FontChoice& font
     }
     return true;
 }
+
+uint32_t* ScriptedHost::OpenSurface(PictureBox& box, int width, int height) {
+    if (refuseSurfaces || width <= 0 || height <= 0) return nullptr;
+    auto& s = surfaces[&box];
+    s.assign(static_cast<size_t>(width) * height, 0);
+    return s.data();
+}
+
+void ScriptedHost::PresentSurface(PictureBox& box) {
+    auto it = surfaces.find(&box);
+    if (it == surfaces.end()) return;
+    ++surfacePresents;
+    box.pixels.assign(it->second.begin(), it->second.begin() + std::min(it->second.size(), box.pixels.size()));
+    box.Refresh();
+}
+
+void ScriptedHost::CloseSurface(PictureBox& box) { surfaces.erase(&box); }

@@ -81,6 +81,7 @@ public:
     // The origin follows, held inside the picture as a scroll bar holds it.
     void ScrollCanvasTo(int x, int y) override;
     int originX = 0, originY = 0;  // of the visible part, when no fixed surface is given
+    std::map<PictureBox*, std::vector<uint32_t>> surfaces;  // the off-screen pictures by box
     void SetCanvasWindowSize(int w, int h) override {
         canvasWidth = w;
         canvasHeight = h;
@@ -93,6 +94,12 @@ public:
     std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) override;
     std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
+    // Off-screen pictures kept in memory; a present copies into the box's pixels.
+    uint32_t* OpenSurface(PictureBox& box, int width, int height) override;
+    void PresentSurface(PictureBox& box) override;
+    void CloseSurface(PictureBox& box) override;
+    bool refuseSurfaces = false;  // as a host without off-screen pictures
+    int surfacePresents = 0;
     bool OpenDocument(const std::string& path) override;
     double Clock() override { return clock; }
     void PopupMenu(MenuEntry& menu) override { popups.push_back(menu.Name); }
