@@ -51,10 +51,11 @@ for f in os.listdir(out):
         times[name] = t * {'ns': 1e-6, 'us': 1e-3, 'ms': 1.0, 's': 1e3}[b['time_unit']]
 
 rows = [
-    ("Fill (q), solid colour, whole click", "BM_Buffer_Fill_Click/gradient_noise_paper:0", "BM_PlainFill"),
-    ("Fill pixel loop alone, solid colour", "BM_DeliverFill/gradient_noise_paper:0", "BM_PlainFill"),
-    ("Fill (q), gradient + noise + paper, whole click", "BM_Buffer_Fill_Click/gradient_noise_paper:1", "BM_PlainFill"),
-    ("Fill pixel loop alone, gradient + noise + paper", "BM_DeliverFill/gradient_noise_paper:1", "BM_PlainFill"),
+    ("Fill (q), solid colour, whole click", "BM_Buffer_Fill_Click/setting:0", "BM_PlainFill"),
+    ("Fill pixel loop alone, solid colour", "BM_DeliverFill/setting:0", "BM_PlainFill"),
+    ("Fill (q), gradient + noise + paper, whole click", "BM_Buffer_Fill_Click/setting:1", "BM_PlainFill"),
+    ("Fill pixel loop alone, gradient + noise + paper", "BM_DeliverFill/setting:1", "BM_PlainFill"),
+    ("Fill (q), horizontal gradient, whole click", "BM_Buffer_Fill_Click/setting:2", "BM_PlainFill"),
     ("SaveUndo vs seven plane copies", "BM_SaveUndo/real_time", "BM_SevenPlaneCopies/real_time"),
     ("SaveUndo vs four read, seven written", "BM_SaveUndo/real_time", "BM_FourReadSevenWritten/real_time"),
     ("SaveUndo vs four plane copies", "BM_SaveUndo/real_time", "BM_FourPlaneCopies/real_time"),
@@ -75,6 +76,7 @@ rows = [
     ("SetValue vs cv::LUT", "BM_SetValue/1/real_time", "BM_OpenCV_LUT/1/real_time"),
     ("ConvolveAlpha vs filter2D 3x3", "BM_ConvolveAlpha/1/real_time", "BM_OpenCV_Filter2D3x3/1/real_time"),
     ("Lasso fill, 2000 points, vs one pass over alpha", "BM_LassoFill", "BM_AlphaPass"),
+    ("Filled rectangle over the picture vs fill loop + redisplay", "BM_FilledRectangleWhole", "BM_FillLoopAndRedisplay"),
     ("Plug-in get + set of a 4000x3000 plane vs memcpy", "BM_GetAndSetPlane/manual_time", "BM_MemcpyPlane/manual_time"),
     ("Bumpy toy Perlin, 5 octaves, vs libvips perlin x5", "BM_BumpyPerlin5/1/real_time",
      "BM_VipsPerlin5/real_time"),

@@ -3,6 +3,7 @@
 #include "core/display/Display.h"
 
 #include <algorithm>
+#include <vector>
 #include <cmath>
 #include <stdexcept>
 
@@ -227,19 +228,28 @@ void Refresh_Click() {
     RedisplayWindow();
 }
 
+// The outline of the selection: a clear pixel beside a selected one (left,
+// right, above or below) takes the diagonal pattern value (x * 16 + y) mod 255,
+// every other pixel 0. The pattern row steps by one from row to row, so each
+// row is two passes the compiler can do sixteen pixels at a time.
 void InitMarquee() {
     int W = std::min(BufferWidth(), BufA.ubX()), H = std::min(BufferHeight(), BufA.ubY());
-    if (BufA.empty() || MarqueePlane.empty()) return;
+    if (BufA.empty() || MarqueePlane.empty() || W < 3) return;
+    std::vector<uint8_t> pattern(static_cast<size_t>(W));
+    for (int x = 1; x <= W - 2; ++x) pattern[static_cast<size_t>(x)] = static_cast<uint8_t>((x * 16 + 1) % 255);
     for (int y = 1; y <= H - 1; ++y) {
+        const uint8_t* __restrict up = BufA.row(y - 1);
+        const uint8_t* __restrict row = BufA.row(y);
+        const uint8_t* __restrict down = BufA.row(y + 1);
+        uint8_t* __restrict out = MarqueePlane.row(y);
+        uint8_t* __restrict pat = pattern.data();
+        // Without branches: a mask of all ones where the pixel is an edge.
         for (int x = 1; x <= W - 2; ++x) {
-            uint8_t a = BufA(x, y);
-            uint8_t v = 0;
-            if (a == 0 && (BufA(x + 1, y) > 0 || BufA(x, y + 1) > 0 || BufA(x - 1, y) > 0 || BufA(x, y - 1) > 0)) {
-                int p = x * 16 + y;
-                v = static_cast<uint8_t>(p - (p / 255) * 255);  // diagonal pattern of the outline
-            }
-            MarqueePlane(x, y) = v;
+            const uint8_t around = static_cast<uint8_t>(row[x + 1] | down[x] | row[x - 1] | up[x]);
+            const uint8_t edge = static_cast<uint8_t>((row[x] == 0) & (around != 0));
+            out[x] = static_cast<uint8_t>(pat[x] & static_cast<uint8_t>(0 - edge));
         }
+        for (int x = 1; x <= W - 2; ++x) pat[x] = static_cast<uint8_t>((pat[x] + 1) * (pat[x] != 254));
     }
 }
 

@@ -171,6 +171,25 @@ TEST_F(DisplayTest, MarqueeOutlinesTheSelectionWithItsPattern) {
     MarqueeDelay = 0;
 }
 
+// Over a picture wide and tall enough for the pattern to wrap many times, a
+// scattered selection's outline is the rule pixel for pixel.
+TEST_F(DisplayTest, MarqueeFollowsTheRuleWhereThePatternWraps) {
+    MakeTestDocument(301, 97);
+    uint32_t seed = 5;
+    for (int y = 0; y <= 97; ++y)
+        for (int x = 0; x <= 301; ++x) {
+            seed = seed * 1103515245u + 12345u;
+            BufA(x, y) = (seed >> 16) % 7 == 0 ? static_cast<uint8_t>(1 + (seed >> 8) % 255) : 0;
+        }
+    InitMarquee();
+    for (int y = 1; y <= 96; ++y)
+        for (int x = 1; x <= 299; ++x) {
+            const bool edge = BufA(x, y) == 0 &&
+                              (BufA(x + 1, y) > 0 || BufA(x, y + 1) > 0 || BufA(x - 1, y) > 0 || BufA(x, y - 1) > 0);
+            ASSERT_EQ(MarqueePlane(x, y), edge ? (x * 16 + y) % 255 : 0) << x << ", " << y;
+        }
+}
+
 TEST_F(DisplayTest, PartialRefreshConvertsOnlyItsRectangle) {
     MakeTestDocument(50, 50);
     RedisplayWindow();
