@@ -74,6 +74,9 @@ struct FillPlan {
     // The gradients: the opacity each gradient alpha gives, and the positions.
     int opacityOfGa[256] = {};
     std::vector<int32_t> columnR, columnG, columnB, columnOpacity;  // across: each column's step of the gradient
+    // Across at full opacity in every column: the finished bytes of every row.
+    bool columnsOpaque = false;
+    std::vector<uint8_t> columnBytes[3];
     std::vector<float> columnOffset;  // ellipse: the scaled distance of each column from the centre
     // Drybrush: what the paper's height takes off the opacity, by the height byte.
     float dryTerm[256] = {};
@@ -152,6 +155,12 @@ inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int 
             plan.columnB.push_back(s.gradB[p]);
             plan.columnOpacity.push_back(plan.opacityOfGa[s.gradA[p]]);
         }
+        plan.columnsOpaque = std::all_of(plan.columnOpacity.begin(), plan.columnOpacity.end(), [](int32_t o) { return o == 255; });
+        if (plan.columnsOpaque)
+            for (const auto& [bytes, from] : {std::pair{&plan.columnBytes[0], &plan.columnR},
+                                              std::pair{&plan.columnBytes[1], &plan.columnG},
+                                              std::pair{&plan.columnBytes[2], &plan.columnB}})
+                bytes->assign(from->begin(), from->end());
     } else if (s.style == FillStyle::Circular) {
         plan.columnOffset.resize(static_cast<size_t>(n));
         for (int i = 0; i < n; ++i) plan.columnOffset[static_cast<size_t>(i)] = detail::EllipseOffset(x0 + i, X1, X2);
@@ -345,8 +354,15 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const dou
         StyleRow<Steps>(s, plan, colour, y, k, n, Y1, Y2);
         ModeRow<Steps>(s, plan, rowAt, n);
     }
-    if (noise) NoiseRow(s, plan, draws, n);
     const bool paper = (Steps & DpPaper) && s.paperW > 0 && (s.bump || s.dry);
+    const bool masked = (Steps & DpAlpha) && s.alphaOff != 255;
+    // A gradient across at full opacity with nothing after it: colour over
+    // old * 0 is the colour, so every row is the plan's own bytes.
+    if (columns && plan.columnsOpaque && !noise && !paper && !masked) {
+        for (int c = 0; c < 3; ++c) std::memcpy(out[c], plan.columnBytes[c].data() + k, static_cast<size_t>(n));
+        return;
+    }
+    if (noise) NoiseRow(s, plan, draws, n);
     if (paper) PaperRow(s, plan, y, first, n);
     const RowScratch& w = plan.scratch;
     FinishRowArgs f;
@@ -364,7 +380,7 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const dou
     if (paper && s.bump) f.bump = w.bump.data();
     if (paper && s.dry) f.dry = w.dry.data();
     f.oldR = s.r + rowAt, f.oldG = s.g + rowAt, f.oldB = s.b + rowAt;
-    if ((Steps & DpAlpha) && s.alphaOff != 255) f.alpha = s.a + rowAt;
+    if (masked) f.alpha = s.a + rowAt;
     f.alphaOff = s.alphaOff;
     f.outR = out[0], f.outG = out[1], f.outB = out[2];
     plan.finish(f);

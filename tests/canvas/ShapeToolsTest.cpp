@@ -8,6 +8,7 @@
 #include "colour/DeliverPixel.h"
 #include "colour/Gradient.h"
 #include "colour/Paper.h"
+#include "colour/Gradients.h"
 #include "core/frame/MDIForm1.h"
 #include "core/framework/Commands.h"
 
@@ -317,13 +318,25 @@ TEST_F(ShapeTest, AFilledEllipseIsThePixelKernelSpanBySpanInEveryStyle) {
     Plane r0, g0, b0;
     r0.copyFrom(BufR), g0.copyFrom(BufG), b0.copyFrom(BufB);
     auto restore = [&] { BufR.copyFrom(r0), BufG.copyFrom(g0), BufB.copyFrom(b0); };
-    Form2::HScroll4.Value = 200;  // the paper is the one the program starts with
+    // A gradient whose every step differs, opaque throughout.
+    auto& gradient = GradientData[App.GradientIndex];
+    std::vector<uint8_t> kept(&gradient[0][0], &gradient[0][0] + sizeof gradient);
+    for (int i = 0; i < GradientSteps; ++i) {
+        gradient[0][i] = static_cast<uint8_t>(i);
+        gradient[1][i] = static_cast<uint8_t>(255 - i);
+        gradient[2][i] = static_cast<uint8_t>(i * 3);
+        gradient[3][i] = 255;
+    }
     using kwmode::FillStyle;
+    // The paper is the one the program starts with; at full opacity an opaque
+    // gradient across takes its rows whole.
+    for (int opacity : {200, 255})
     for (FillStyle style : {FillStyle::Colour, FillStyle::Horizontal, FillStyle::FitHorizontal, FillStyle::Vertical,
                             FillStyle::Circular})
         for (int noise : {0, 1, 2})  // none, one draw, a draw per channel
             for (int16_t paper : {0, 1})
                 for (uint8_t alphaOff : {uint8_t(255), uint8_t(0)}) {
+                    Form2::HScroll4.Value = opacity;
                     App.FillStyle = style;
                     App.NoiseAmount = noise ? 60 : 0;
                     App.NoiseMode = static_cast<uint8_t>(noise == 2);
@@ -344,9 +357,11 @@ TEST_F(ShapeTest, AFilledEllipseIsThePixelKernelSpanBySpanInEveryStyle) {
                         BufR(x, y) = vb::RedOf(v), BufG(x, y) = vb::GreenOf(v), BufB(x, y) = vb::BlueOf(v);
                     }
                     DeliverEnd(run.state);
-                    ASSERT_EQ(shape, Pixels()) << "style " << int(style) << " noise " << noise << " paper " << paper
+                    ASSERT_EQ(shape, Pixels()) << "opacity " << opacity << " style " << int(style) << " noise " << noise
+                                               << " paper " << paper
                                                << " alpha " << (alphaOff == 0 ? "on" : "off");
                 }
     BumpinessOn = DrybrushOn = 0;
     App.NoiseMode = 0;
+    std::copy(kept.begin(), kept.end(), &gradient[0][0]);
 }
