@@ -83,22 +83,19 @@ bool EllipseRowSpan(float cx, float cy, float w, float h, int y, int x0, int x1,
         if (m + 1 <= x1 && in(m + 1)) ++m;
         else return false;
     }
-    // Lowest inside in x0..m, then highest inside in m..x1.
-    int lo = x0, hi = m;
-    while (lo < hi) {
-        const int mid = lo + (hi - lo) / 2;
-        if (in(mid)) hi = mid;
-        else lo = mid + 1;
-    }
+    // The ends start where the row meets the ellipse's circle of radius 128 in
+    // scaled units, and are walked to the exact test from there (it is
+    // monotone in the distance from the centre, so the run has no holes).
+    const float b = (fy - cy) * (255.0f / h);
+    const float reach = std::sqrt(std::max(0.0f, 128.0f * 128.0f - b * b)) * (w / 255.0f);
+    int lo = static_cast<int>(std::clamp(std::floor(cx - reach), static_cast<float>(x0), static_cast<float>(m)));
+    while (lo > x0 && in(lo - 1)) --lo;
+    while (!in(lo)) ++lo;  // m at the latest
+    int hi = static_cast<int>(std::clamp(std::ceil(cx + reach), static_cast<float>(m), static_cast<float>(x1)));
+    while (hi < x1 && in(hi + 1)) ++hi;
+    while (!in(hi)) --hi;  // m at the latest
     first = lo;
-    lo = m;
-    hi = x1;
-    while (lo < hi) {
-        const int mid = lo + (hi - lo + 1) / 2;
-        if (in(mid)) lo = mid;
-        else hi = mid - 1;
-    }
-    last = lo;
+    last = hi;
     return true;
 }
 

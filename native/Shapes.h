@@ -28,8 +28,8 @@ inline bool InEllipse(float x, float y, float cx, float cy, float w, float h);
 
 // The run of pixels of row y inside the ellipse, searched within x0..x1:
 // first and last (inclusive), or false when the row has none there. The
-// test is monotone in the distance from the centre, so the ends are found by
-// bisection and agree with InEllipse exactly.
+// test is monotone in the distance from the centre, so the ends are walked
+// from where the row meets the ellipse and agree with InEllipse exactly.
 bool EllipseRowSpan(float cx, float cy, float w, float h, int y, int x0, int x1, int& first, int& last);
 
 }  // namespace kwshape

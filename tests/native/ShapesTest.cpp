@@ -65,22 +65,27 @@ TEST(PolygonEvenOdd, DegenerateOutlinesFillNothing) {
 }
 
 TEST(EllipseRowSpan, AgreesWithThePixelTest) {
-    const float cases[][4] = {{20.5f, 14, 30, 18}, {0, 0, 0.01f, 0.01f}, {33, 20, 7, 41}, {-5, 10, 40, 40}, {10, 10, 1, 1}};
-    for (auto& c : cases)
-        for (int y = -3; y < 45; ++y) {
+    // Small ones over 50 columns, every row; a picture-sized one over 4000 columns, a row in 37.
+    const float cases[][4] = {{20.5f, 14, 30, 18}, {0, 0, 0.01f, 0.01f}, {33, 20, 7, 41},       {-5, 10, 40, 40},
+                              {10, 10, 1, 1},      {2000, 1500, 4000, 3000}, {1234.5f, 700, 2501, 1399}};
+    for (auto& c : cases) {
+        const bool big = c[2] > 1000;
+        const int x1 = big ? 3999 : 49;
+        for (int y = -3; y < (big ? 3003 : 45); y += big ? 37 : 1) {
             int first = -1, last = -1;
-            const bool any = kwshape::EllipseRowSpan(c[0], c[1], c[2], c[3], y, 0, 49, first, last);
+            const bool any = kwshape::EllipseRowSpan(c[0], c[1], c[2], c[3], y, 0, x1, first, last);
             int wantFirst = -1, wantLast = -1;
-            for (int x = 0; x <= 49; ++x)
+            for (int x = 0; x <= x1; ++x)
                 if (kwshape::InEllipse(static_cast<float>(x), static_cast<float>(y), c[0], c[1], c[2], c[3])) {
                     if (wantFirst < 0) wantFirst = x;
                     wantLast = x;
                 }
             ASSERT_EQ(any, wantFirst >= 0) << c[0] << " row " << y;
             if (any) {
-                EXPECT_EQ(first, wantFirst);
-                EXPECT_EQ(last, wantLast);
+                EXPECT_EQ(first, wantFirst) << c[0] << " row " << y;
+                EXPECT_EQ(last, wantLast) << c[0] << " row " << y;
             }
         }
+    }
 }
 }  // namespace
