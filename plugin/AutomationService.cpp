@@ -16,6 +16,7 @@
 #include <unistd.h>
 
 #include "plugin/Calls.h"
+#include "plugin/PlaneTransfer.h"
 #include "plugin/PluginOptions.h"
 
 namespace Automation {
@@ -70,11 +71,10 @@ class KelpwickObject : public QDBusVirtualObject {
 public:
     explicit KelpwickObject(const QDBusConnection& bus)
         : watcher_(QString(), bus, QDBusServiceWatcher::WatchForUnregistration) {
-        // A caller that leaves the bus (it ended, or was killed) gives back its locks.
-        QObject::connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, &watcher_, [this](const QString& name) {
-            CallerGone(name.toStdString());
-            watcher_.removeWatchedService(name);
-        });
+        // A caller that leaves the bus (it ended, or was killed) gives back its
+        // locks and the memory its planes went through.
+        QObject::connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, &watcher_,
+                         [this](const QString& name) { Forget(name); });
     }
     QString introspect(const QString&) const override { return QString::fromStdString(InterfaceXml()); }
     bool handleMessage(const QDBusMessage& m, const QDBusConnection& bus) override {
@@ -87,16 +87,25 @@ public:
         const Operation* op = FindOperation(m.member().toStdString());
         if (!op || op->property) return false;
         const QDBusMessage reply = Serve(*op, m);
-        if (op->name == "Kel_Lock" && reply.type() == QDBusMessage::ReplyMessage) Watch(m.service());
+        const QString caller = m.service();
+        if (op->name == "Kel_Lock" && reply.type() == QDBusMessage::ReplyMessage)
+            CallerProcess(caller.toStdString(), static_cast<long>(bus.interface()->servicePid(caller).value()));
         bus.send(reply);
+        if (LocksHeldBy(caller.toStdString()) > 0 || HoldsPlaneMemory(caller)) Watch(caller);
         return true;
     }
 
 private:
     void Watch(const QString& caller) {
-        if (!watcher_.watchedServices().contains(caller)) watcher_.addWatchedService(caller);
+        if (watcher_.watchedServices().contains(caller)) return;
+        watcher_.addWatchedService(caller);
         // It may have gone already, before the watch began.
-        if (!watcher_.connection().interface()->isServiceRegistered(caller)) CallerGone(caller.toStdString());
+        if (!watcher_.connection().interface()->isServiceRegistered(caller)) Forget(caller);
+    }
+    void Forget(const QString& caller) {
+        CallerGone(caller.toStdString());
+        ForgetPlaneMemory(caller);
+        watcher_.removeWatchedService(caller);
     }
     QDBusServiceWatcher watcher_;
 };

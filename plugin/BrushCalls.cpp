@@ -11,14 +11,14 @@ namespace {
 // The brush tool is enabled while a brush exists and its thumbnail shows.
 bool BrushToolEnabled() { return BrushExists() && Form2::Picture58.Visible; }
 
-QVariant Get(const Plane& p) {
+QVariant Get(const Plane& p, const Call& call) {
     if (!BrushToolEnabled()) return Variant(-1);
-    return PlaneVariant(p);
+    return PlaneVariant(p, call.sender);
 }
 
 QVariant Set(Call& call, Plane& target, const char* what) {
     if (!BrushExists()) throw Refusal{NoCustomBrush, "There is no custom brush to set a plane of."};
-    Plane incoming = PlaneFromVariant(call.args[0], target.ubX() + 1, target.ubY() + 1, what);
+    Plane incoming = PlaneFromVariant(call.args[0], target.ubX() + 1, target.ubY() + 1, what, call.sender);
     target.swap(incoming);
     BrushChanged();
     return {};
@@ -53,10 +53,10 @@ QVariant Kel_CreateEmptyBrush(Call& c) {
 
 QVariant Kel_GetBrushWidth(Call&) { return static_cast<short>(BrushWidth); }
 QVariant Kel_GetBrushHeight(Call&) { return static_cast<short>(BrushHeight); }
-QVariant Kel_GetBrushRBuffer(Call&) { return Get(BrushR); }
-QVariant Kel_GetBrushGBuffer(Call&) { return Get(BrushG); }
-QVariant Kel_GetBrushBBuffer(Call&) { return Get(BrushB); }
-QVariant Kel_GetBrushABuffer(Call&) { return Get(BrushA); }
+QVariant Kel_GetBrushRBuffer(Call& c) { return Get(BrushR, c); }
+QVariant Kel_GetBrushGBuffer(Call& c) { return Get(BrushG, c); }
+QVariant Kel_GetBrushBBuffer(Call& c) { return Get(BrushB, c); }
+QVariant Kel_GetBrushABuffer(Call& c) { return Get(BrushA, c); }
 QVariant Kel_SetBrushRBuffer(Call& c) { return Set(c, BrushR, "The brush's red plane"); }
 QVariant Kel_SetBrushGBuffer(Call& c) { return Set(c, BrushG, "The brush's green plane"); }
 QVariant Kel_SetBrushBBuffer(Call& c) { return Set(c, BrushB, "The brush's blue plane"); }

@@ -14,9 +14,9 @@
 
 namespace Automation {
 namespace {
-QVariant Get(const Plane& p) {
+QVariant Get(const Plane& p, const Call& call) {
     if (p.empty()) throw Refusal{InvalidArgs, "There is no document yet."};
-    return PlaneVariant(p);
+    return PlaneVariant(p, call.sender);
 }
 
 // The plane a set replaced, kept to receive the next one: a plug-in sets plane
@@ -27,7 +27,8 @@ Plane Spare;
 // arrived whole, the old one stays in place.
 QVariant Set(Call& call, Plane& target, const char* what) {
     if (target.empty()) throw Refusal{InvalidArgs, "There is no document yet."};
-    Plane incoming = PlaneFromVariant(call.args[0], target.ubX() + 1, target.ubY() + 1, what, std::move(Spare));
+    Plane incoming = PlaneFromVariant(call.args[0], target.ubX() + 1, target.ubY() + 1, what, call.sender,
+                                      std::move(Spare));
     target.swap(incoming);
     Spare = std::move(incoming);
     return {};
@@ -47,13 +48,13 @@ void CheckPixel(int x, int y) {
                std::to_string(w) + " by " + std::to_string(h) + " pixels.");
 }
 
-QVariant Kel_GetRBuffer(Call&) { return Get(BufR); }
-QVariant Kel_GetGBuffer(Call&) { return Get(BufG); }
-QVariant Kel_GetBBuffer(Call&) { return Get(BufB); }
-QVariant Kel_GetABuffer(Call&) { return Get(BufA); }
-QVariant Kel_GetSwapRBuffer(Call&) { return Get(SwapR); }
-QVariant Kel_GetSwapGBuffer(Call&) { return Get(SwapG); }
-QVariant Kel_GetSwapBBuffer(Call&) { return Get(SwapB); }
+QVariant Kel_GetRBuffer(Call& c) { return Get(BufR, c); }
+QVariant Kel_GetGBuffer(Call& c) { return Get(BufG, c); }
+QVariant Kel_GetBBuffer(Call& c) { return Get(BufB, c); }
+QVariant Kel_GetABuffer(Call& c) { return Get(BufA, c); }
+QVariant Kel_GetSwapRBuffer(Call& c) { return Get(SwapR, c); }
+QVariant Kel_GetSwapGBuffer(Call& c) { return Get(SwapG, c); }
+QVariant Kel_GetSwapBBuffer(Call& c) { return Get(SwapB, c); }
 QVariant Kel_SetRbuffer(Call& c) { return Set(c, BufR, "The red plane"); }
 QVariant Kel_SetGBuffer(Call& c) { return Set(c, BufG, "The green plane"); }
 QVariant Kel_SetBBuffer(Call& c) { return Set(c, BufB, "The blue plane"); }

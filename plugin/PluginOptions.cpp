@@ -21,6 +21,7 @@ int16_t LastProgress = 0;
 namespace {
 constexpr int BarRows = 14;
 std::map<std::string, int> LocksHeld;
+std::map<std::string, long> CallerPids;
 std::vector<ProgramId> Started;  // plug-ins started and not yet seen to end
 
 // Programs that have ended are forgotten, so that their handles do not pile up.
@@ -126,6 +127,7 @@ bool StartPlugin(const std::string& name) {
     const ProgramId id = host().StartProgram(ProgramFile(name), {});
     if (id == 0) return false;
     Started.push_back(id);
+    if (const long pid = host().ProgramProcessId(id)) host().WhenProgramEnds(id, [pid] { ProcessEnded(pid); });
     return true;
 }
 
@@ -180,11 +182,23 @@ void ReleaseLock(const std::string& caller) {
 }
 
 void CallerGone(const std::string& caller) {
+    CallerPids.erase(caller);
     auto it = LocksHeld.find(caller);
     if (it == LocksHeld.end()) return;
     // Only locks really held are given back; extra unlocks stay as they were.
     if (it->second > 0) App.LockCount -= it->second;
     LocksHeld.erase(it);
+}
+
+void CallerProcess(const std::string& caller, long pid) {
+    if (pid > 0) CallerPids[caller] = pid;
+}
+
+void ProcessEnded(long pid) {
+    std::vector<std::string> gone;
+    for (const auto& [caller, p] : CallerPids)
+        if (p == pid) gone.push_back(caller);
+    for (const std::string& caller : gone) CallerGone(caller);
 }
 
 int LocksHeldBy(const std::string& caller) {

@@ -51,6 +51,11 @@ void ReleaseLock(const std::string& caller);
 // The caller has gone: the locks it still held are released.
 void CallerGone(const std::string& caller);
 int LocksHeldBy(const std::string& caller);
+// The process a caller runs in, as the bus knows it; when a plug-in this
+// program started ends, the locks of its callers are given back even if their
+// bus connection lives on in a process of theirs.
+void CallerProcess(const std::string& caller, long pid);
+void ProcessEnded(long pid);
 
 // Waits up to 65535 ms for a program to end; true once it has.
 bool WaitOnProgram(int ProcessID);

@@ -54,6 +54,13 @@ void Planes(Client& k) {
         else k.setPlane(sets[i], c, r, p.data());
         Check(Same(k.getPlane(gets[i]), p), gets[i]);
     }
+    // Each plane comes in a memfd of its own that stays mapped here: a plane got
+    // earlier is untouched by gets of the others, and the same get again comes
+    // in the same mapping.
+    const kelpwick::MappedPlane green = k.getPlane("Kel_GetGBuffer");
+    for (const char* get : gets) k.getPlane(get);
+    Check(Same(green, Pattern(c, r, 2, 7)), "a plane got stays as it was through gets of the others");
+    Check(k.getPlane("Kel_GetGBuffer").data() == green.data(), "a get of the same plane is not mapped anew");
     Check(k.number("Kel_GetRGB", {N(3), N(5)}) == (3 + 35) + ((6 + 35) << 8) + ((9 + 35) << 16), "Kel_GetRGB packs r, g, b");
     k.call("Kel_SetRGB", {N(1), N(1), Y(10), Y(20), Y(30)});
     Check(k.number("Kel_GetR", {N(1), N(1)}) == 10 && k.number("Kel_GetG", {N(1), N(1)}) == 20 &&

@@ -4,9 +4,10 @@
 #include <QDBusArgument>
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
-#include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace kelpwick {
@@ -14,17 +15,9 @@ namespace {
 constexpr const char* Path = "/org/kelpwick/Kelpwick";
 constexpr const char* Interface = "org.kelpwick.Kelpwick._Kelpwick_Class";
 
-// Writes the whole of `data` at the start of the descriptor.
-bool WriteWhole(int fd, const uint8_t* data, size_t bytes) {
-    size_t done = 0;
-    while (done < bytes) {
-        ssize_t n = pwrite(fd, data + done, bytes - done, static_cast<off_t>(done));
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) return false;
-        done += static_cast<size_t>(n);
-    }
-    return true;
-}
+// Kept beyond what a host hands out at once (seven picture planes and four
+// brush planes), so that a mapping still in use is never mapped again.
+constexpr size_t MappingsKept = 16;
 
 QVariant PlaneArgument(int columns, int rows, const QVariant& payload) {
     QDBusArgument arg;
@@ -40,31 +33,10 @@ QVariant PlaneArgument(int columns, int rows, const QVariant& payload) {
 Error::Error(const QString& n, const QString& message)
     : std::runtime_error((n + ": " + message).toStdString()), name(n) {}
 
-MappedPlane::MappedPlane(int columns, int rows, int fd) : columns_(columns), rows_(rows) {
-    if (size() == 0) return;
-    // Populated at once: one call rather than a fault per page.
-    void* p = mmap(nullptr, size(), PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd, 0);
-    if (p == MAP_FAILED) throw Error("org.kelpwick.Client.NoMap", "the plane's memfd could not be mapped");
-    data_ = static_cast<uint8_t*>(p);
-}
-
-MappedPlane::MappedPlane(MappedPlane&& o) noexcept { *this = std::move(o); }
-
-MappedPlane& MappedPlane::operator=(MappedPlane&& o) noexcept {
-    if (data_) munmap(data_, size());
-    columns_ = std::exchange(o.columns_, 0);
-    rows_ = std::exchange(o.rows_, 0);
-    data_ = std::exchange(o.data_, nullptr);
-    return *this;
-}
-
-MappedPlane::~MappedPlane() {
-    if (data_) munmap(data_, size());
-}
-
 Client::Client(QString busName) : bus_(QDBusConnection::sessionBus()), busName_(std::move(busName)) {}
 
 Client::~Client() {
+    if (outgoingMap_) munmap(outgoingMap_, outgoingBytes_);
     if (outgoing_ >= 0) close(outgoing_);
 }
 
@@ -89,6 +61,27 @@ int64_t Client::number(const char* operation, const QList<QVariant>& args) {
     return out.front().toLongLong();
 }
 
+// The host's memfd mapped once: a later get of the same plane comes in the
+// same memfd, already mapped here.
+std::shared_ptr<const uint8_t> Client::mapped(int fd, size_t bytes) {
+    struct stat st {};
+    if (fstat(fd, &st) != 0 || static_cast<uint64_t>(st.st_size) < bytes)
+        throw Error("org.kelpwick.Client.NoMap", "the plane's memfd is shorter than the plane");
+    for (auto it = incoming_.begin(); it != incoming_.end(); ++it) {
+        if (it->device == st.st_dev && it->inode == st.st_ino && it->bytes == bytes) {
+            incoming_.splice(incoming_.begin(), incoming_, it);
+            return it->data;
+        }
+    }
+    void* p = mmap(nullptr, bytes, PROT_READ, MAP_SHARED | MAP_POPULATE, fd, 0);
+    if (p == MAP_FAILED) throw Error("org.kelpwick.Client.NoMap", "the plane's memfd could not be mapped");
+    std::shared_ptr<const uint8_t> data(static_cast<const uint8_t*>(p),
+                                        [bytes](const uint8_t* m) { munmap(const_cast<uint8_t*>(m), bytes); });
+    incoming_.push_front({static_cast<uint64_t>(st.st_dev), static_cast<uint64_t>(st.st_ino), bytes, data});
+    if (incoming_.size() > MappingsKept) incoming_.pop_back();
+    return data;
+}
+
 MappedPlane Client::getPlane(const char* operation) {
     const QVariant v = call(operation).front().value<QDBusVariant>().variant();
     if (!v.canConvert<QDBusArgument>()) return {};  // the integer -1
@@ -98,20 +91,31 @@ MappedPlane Client::getPlane(const char* operation) {
     arg.beginStructure();
     arg >> columns >> rows >> fd;
     arg.endStructure();
-    return MappedPlane(columns, rows, fd.fileDescriptor());
+    const size_t bytes = static_cast<size_t>(columns) * static_cast<size_t>(rows);
+    if (bytes == 0) return {};
+    return MappedPlane(columns, rows, mapped(fd.fileDescriptor(), bytes));
 }
 
 // The host has read the whole memfd by the time it replies, so one memfd serves
-// every set: its pages, once there, are written over rather than faulted in anew.
+// every set. Sealed against shrinking, it may be kept mapped by the host too,
+// and neither side maps it again.
 void Client::setPlane(const char* operation, int columns, int rows, const uint8_t* data) {
     const size_t bytes = static_cast<size_t>(columns) * static_cast<size_t>(rows);
-    if (outgoing_ < 0) outgoing_ = memfd_create("kelpwick-plane", MFD_CLOEXEC);
-    if (outgoing_ < 0) throw Error("org.kelpwick.Client.NoMemfd", "memfd_create failed");
-    if (outgoingBytes_ != bytes && ftruncate(outgoing_, static_cast<off_t>(bytes)) != 0)
-        throw Error("org.kelpwick.Client.NoMemfd", "the memfd could not be sized for the plane");
-    outgoingBytes_ = bytes;
-    if (!WriteWhole(outgoing_, data, bytes))
-        throw Error("org.kelpwick.Client.NoMemfd", "the plane could not be written to a memfd");
+    if (outgoing_ < 0 || outgoingBytes_ != bytes) {
+        if (outgoingMap_) munmap(outgoingMap_, outgoingBytes_);
+        if (outgoing_ >= 0) close(outgoing_);
+        outgoingMap_ = nullptr, outgoingBytes_ = 0;
+        outgoing_ = memfd_create("kelpwick-plane", MFD_CLOEXEC | MFD_ALLOW_SEALING);
+        if (outgoing_ < 0) throw Error("org.kelpwick.Client.NoMemfd", "memfd_create failed");
+        void* p = MAP_FAILED;
+        if (bytes > 0 && ftruncate(outgoing_, static_cast<off_t>(bytes)) == 0)
+            p = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_POPULATE, outgoing_, 0);
+        if (p == MAP_FAILED) throw Error("org.kelpwick.Client.NoMemfd", "the memfd could not be sized for the plane");
+        fcntl(outgoing_, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW);
+        outgoingMap_ = static_cast<uint8_t*>(p);
+        outgoingBytes_ = bytes;
+    }
+    std::memcpy(outgoingMap_, data, bytes);
     call(operation, {PlaneArgument(columns, rows, QVariant::fromValue(QDBusUnixFileDescriptor(outgoing_)))});
 }
 

@@ -10,6 +10,8 @@
 #include <QString>
 #include <QVariant>
 #include <cstdint>
+#include <list>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -23,25 +25,24 @@ struct Error : std::runtime_error {
     QString name;
 };
 
-// A plane as the host gave it: columns by rows bytes, column fastest, mapped
-// read-only from the host's memfd (no copy is made).
+// A plane as the host gave it: columns by rows bytes, column fastest, read in
+// place from the host's memfd, which this client keeps mapped (no copy is
+// made). The host writes a caller's next get of the same plane into the same
+// memfd, so what a MappedPlane shows changes then: copy what must outlast it.
 class MappedPlane {
 public:
     MappedPlane() = default;
-    MappedPlane(int columns, int rows, int fd);
-    MappedPlane(MappedPlane&& o) noexcept;
-    MappedPlane& operator=(MappedPlane&& o) noexcept;
-    MappedPlane(const MappedPlane&) = delete;
-    ~MappedPlane();
+    MappedPlane(int columns, int rows, std::shared_ptr<const uint8_t> data)
+        : columns_(columns), rows_(rows), data_(std::move(data)) {}
     int columns() const { return columns_; }
     int rows() const { return rows_; }
-    const uint8_t* data() const { return data_; }
+    const uint8_t* data() const { return data_.get(); }
     size_t size() const { return static_cast<size_t>(columns_) * static_cast<size_t>(rows_); }
-    uint8_t at(int x, int y) const { return data_[static_cast<size_t>(y) * columns_ + x]; }
+    uint8_t at(int x, int y) const { return data_.get()[static_cast<size_t>(y) * columns_ + x]; }
 
 private:
     int columns_ = 0, rows_ = 0;
-    uint8_t* data_ = nullptr;
+    std::shared_ptr<const uint8_t> data_;  // the mapping, let go with its last holder
 };
 
 class Client {
@@ -65,7 +66,8 @@ public:
     // A plane from one of the get operations; an empty plane when the host
     // answered -1 (no custom brush tool).
     MappedPlane getPlane(const char* operation);
-    // A plane to one of the set operations, through a memfd this client reuses.
+    // A plane to one of the set operations, through a memfd this client keeps
+    // mapped and reuses for every plane of the same size.
     void setPlane(const char* operation, int columns, int rows, const uint8_t* data);
     // The same with the bytes inside the message (small planes only).
     void setPlaneInline(const char* operation, int columns, int rows, const uint8_t* data);
@@ -75,9 +77,17 @@ public:
 
 private:
     int property(const char* name);
+    struct Mapping {
+        uint64_t device, inode;
+        size_t bytes;
+        std::shared_ptr<const uint8_t> data;
+    };
+    std::shared_ptr<const uint8_t> mapped(int fd, size_t bytes);
     QDBusConnection bus_;
     QString busName_;
-    int outgoing_ = -1;  // the memfd planes are sent in
+    std::list<Mapping> incoming_;  // the host's memfds, most recent first
+    int outgoing_ = -1;            // the memfd planes are sent in, sealed at its size
+    uint8_t* outgoingMap_ = nullptr;
     size_t outgoingBytes_ = 0;
 };
 

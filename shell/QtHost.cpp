@@ -357,6 +357,16 @@ void QtHost::KillProgram(ProgramId id) {
 
 void QtHost::ReleaseProgram(ProgramId id) { programs_.erase(id); }
 
+long QtHost::ProgramProcessId(ProgramId id) {
+    QProcess* p = process(id);
+    return p ? static_cast<long>(p->processId()) : 0;
+}
+
+void QtHost::WhenProgramEnds(ProgramId id, std::function<void()> ended) {
+    if (QProcess* p = process(id))
+        QObject::connect(p, &QProcess::finished, p, [ended = std::move(ended)](int, QProcess::ExitStatus) { ended(); });
+}
+
 std::optional<std::string> QtHost::ProgramOutput(const std::string& program, const std::vector<std::string>& arguments,
                                                  int milliseconds) {
     QProcess p;

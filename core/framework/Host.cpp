@@ -21,6 +21,8 @@ bool Host::WaitForProgram(ProgramId, int) { return true; }
 ProgramExit Host::ProgramResult(ProgramId) { return {}; }
 void Host::KillProgram(ProgramId) {}
 void Host::ReleaseProgram(ProgramId) {}
+long Host::ProgramProcessId(ProgramId) { return 0; }
+void Host::WhenProgramEnds(ProgramId, std::function<void()>) {}
 std::optional<std::string> Host::ProgramOutput(const std::string&, const std::vector<std::string>&, int) {
     return std::nullopt;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -96,6 +97,11 @@ public:
     virtual void KillProgram(ProgramId id);
     // Forgets a program, killing it first if it still runs.
     virtual void ReleaseProgram(ProgramId id);
+    // The system's process id of a running program, 0 when there is none.
+    virtual long ProgramProcessId(ProgramId id);
+    // `ended` runs from the event loop once the program has ended (not at all
+    // when it is released first).
+    virtual void WhenProgramEnds(ProgramId id, std::function<void()> ended);
     // Runs a program to its end, for at most `milliseconds`, and gives all it wrote
     // on its output channel; nullopt when it did not start or did not end in time.
     virtual std::optional<std::string> ProgramOutput(const std::string& program,

@@ -8,6 +8,9 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <numeric>
 #include <sstream>
 #include <unistd.h>
@@ -23,6 +26,7 @@
 #include "file/FileMenu.h"
 #include "plugin/AutomationService.h"
 #include "plugin/Operations.h"
+#include "plugin/PlaneTransfer.h"
 #include "plugin/PluginOptions.h"
 #include "tests/support/ScriptedHost.h"
 
@@ -119,7 +123,9 @@ protected:
 TEST_F(AutomationBus, EveryOperationFromTheCppClient) {
     // While the value box waits for the user, a second plug-in takes the lock.
     int lockWhileWaiting = 0;
+    size_t planeMemoryMidRun = 0;
     ScriptTheUser([&] {
+        planeMemoryMidRun = Automation::PlaneMemoryHeld();
         QProcess other;
         other.start(KW_EXERCISE, {"lock"});
         ASSERT_TRUE(other.waitForStarted(10000));
@@ -137,6 +143,13 @@ TEST_F(AutomationBus, EveryOperationFromTheCppClient) {
     EXPECT_EQ(r.exitCode, 0) << r.errors;
     EXPECT_EQ(lockWhileWaiting, 1);
     ExpectEffectsOfTheAllRun();
+    // The memfds its planes went through are let go once it has left the bus.
+    EXPECT_GE(planeMemoryMidRun, 7u * 65 * 49);
+    QElapsedTimer clock;
+    clock.start();
+    while (Automation::PlaneMemoryHeld() != 0 && clock.elapsed() < 30000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    EXPECT_EQ(Automation::PlaneMemoryHeld(), 0u);
 }
 
 TEST_F(AutomationBus, EveryOperationFromPython) {
@@ -217,6 +230,38 @@ TEST_F(AutomationBus, AKilledPluginReleasesItsLock) {
     clock.start();
     while (App.LockCount != 0 && clock.elapsed() < 30000) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     EXPECT_EQ(App.LockCount, 0);
+}
+
+// A plug-in that ends while a process of its own keeps its bus connection
+// still gives its lock back: the host watches the process it started too.
+TEST_F(AutomationBus, APluginThatEndsReleasesItsLockThoughItsConnectionLivesOn) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / ("kw-leave-" + std::to_string(getpid()));
+    fs::create_directories(folder);
+    const fs::path childPid = folder / "child.pid";
+    std::ofstream(folder / "Leave_pm") << "#!/bin/sh\nexec " << KW_PYTHON << " " << KW_EXERCISE_PY
+                                        << " lock-and-leave " << childPid.string() << "\n";
+    fs::permissions(folder / "Leave_pm", fs::perms::owner_all);
+    const std::string savedStart = App.StartDirectory;
+    App.StartDirectory = folder.string();
+    ASSERT_TRUE(StartPlugin("Leave_pm"));
+    QElapsedTimer clock;
+    clock.start();
+    bool locked = false;
+    while ((!fs::exists(childPid) || App.LockCount != 0) && clock.elapsed() < 60000) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        locked = locked || App.LockCount == 1;
+    }
+    EXPECT_TRUE(locked);
+    EXPECT_EQ(App.LockCount, 0);
+    ASSERT_TRUE(fs::exists(childPid));
+    std::string text;
+    std::ifstream(childPid) >> text;
+    const pid_t child = static_cast<pid_t>(std::stol(text));
+    EXPECT_EQ(kill(child, 0), 0) << "the connection's other process still runs";
+    kill(child, SIGKILL);
+    App.StartDirectory = savedStart;
+    fs::remove_all(folder);
 }
 
 TEST_F(AutomationBus, APlaneOf8000By6000RoundTrips) {

@@ -4,12 +4,16 @@
   exercise.py all          every operation once on the 64 x 48 document the test made
   exercise.py refusals     every kind of bad argument, each refused with its error
   exercise.py introspect   prints the interface as introspected, one line per member
+  exercise.py lock-and-leave FILE
+                           takes the lock, leaves its bus connection to a child that
+                           writes its pid to FILE and sleeps, and ends
 
 The exit code is the number of failed checks; each failure is printed.
 """
 import mmap
 import os
 import sys
+import time
 import xml.etree.ElementTree as ET
 
 import dbus
@@ -206,7 +210,23 @@ def run_introspect():
                                       member.tag, notes.get("org.freedesktop.DBus.Description", "")))
 
 
+def run_lock_and_leave():
+    k.Kel_Lock()
+    child = os.fork()
+    if child == 0:
+        # The connection lives on here, so the bus still knows the caller.
+        with open(sys.argv[2] + ".tmp", "w") as f:
+            f.write(str(os.getpid()))
+        os.rename(sys.argv[2] + ".tmp", sys.argv[2])
+        time.sleep(120)
+        os._exit(0)
+    # A moment with the lock held, for the host to be seen holding it.
+    time.sleep(1)
+    os._exit(0)
+
+
 if __name__ == "__main__":
     mode = sys.argv[1] if len(sys.argv) > 1 else ""
-    {"all": run_all, "refusals": run_refusals, "introspect": run_introspect}[mode]()
+    {"all": run_all, "refusals": run_refusals, "introspect": run_introspect,
+     "lock-and-leave": run_lock_and_leave}[mode]()
     sys.exit(failures)

@@ -210,6 +210,17 @@ void ScriptedHost::KillProgram(ProgramId id) {
 
 void ScriptedHost::ReleaseProgram(ProgramId id) { programs_.erase(id); }
 
+long ScriptedHost::ProgramProcessId(ProgramId id) {
+    Program* p = program(id);
+    return p && !p->faked ? static_cast<long>(p->process.processId()) : 0;
+}
+
+void ScriptedHost::WhenProgramEnds(ProgramId id, std::function<void()> ended) {
+    if (Program* p = program(id); p && !p->faked)
+        QObject::connect(&p->process, &QProcess::finished, &p->process,
+                         [ended = std::move(ended)](int, QProcess::ExitStatus) { ended(); });
+}
+
 std::optional<std::string> ScriptedHost::ProgramOutput(const std::string& name,
                                                        const std::vector<std::string>& arguments, int milliseconds) {
     programsStarted.push_back({name});

@@ -111,6 +111,8 @@ public:
     ProgramExit ProgramResult(ProgramId id) override;
     void KillProgram(ProgramId id) override;
     void ReleaseProgram(ProgramId id) override;
+    long ProgramProcessId(ProgramId id) override;
+    void WhenProgramEnds(ProgramId id, std::function<void()> ended) override;
     // The output of a faked program is its entry here; other programs really run.
     std::optional<std::string> ProgramOutput(const std::string& program, const std::vector<std::string>& arguments,
                                              int milliseconds) override;
