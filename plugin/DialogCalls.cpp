@@ -2,9 +2,11 @@
 // the caller's own windows. The boxes reply when the user has answered.
 #include <cmath>
 
+#include "core/display/Form1.h"
 #include "core/framework/AppState.h"
 #include "core/framework/Boxes.h"
 #include "core/framework/Host.h"
+#include "core/framework/PanelLook.h"
 #include "plugin/Calls.h"
 #include "plugin/PluginOptions.h"
 
@@ -37,10 +39,12 @@ std::string RequestFile(const Call& c, bool save) {
     return chosen.value_or("");
 }
 
-[[noreturn]] void ForeignWindow() {
-    throw Refusal{NotSupported,
-                  "Kelpwick cannot paint on or raise another program's window here; a plug-in keeps its own "
-                  "window on top and draws its own background."};
+uint64_t WindowId(const Call& c) { return c.args[0].value<qulonglong>(); }
+
+[[noreturn]] void NoSuchWindow(uint64_t window) {
+    throw Refusal{NotSupported, "Kelpwick cannot reach the window " + std::to_string(window) +
+                                    ": it is not a window of the X display Kelpwick runs on, or Kelpwick does not "
+                                    "run on X11."};
 }
 }  // namespace
 
@@ -81,7 +85,15 @@ QVariant Kel_Unlock(Call& c) {
     return {};
 }
 
-QVariant Kel_TileTextureMe(Call&) { ForeignWindow(); }
-QVariant Kel_SendFormObject(Call&) { ForeignWindow(); }
+// The canvas's tile texture as the window's background.
+QVariant Kel_TileTextureMe(Call& c) {
+    if (!host().PaintTileOnWindow(WindowId(c), Draw_Pattern(Form1::form))) NoSuchWindow(WindowId(c));
+    return {};
+}
+
+QVariant Kel_SendFormObject(Call& c) {
+    if (!host().RaiseWindowOnTop(WindowId(c), ArgInt16(c, 1))) NoSuchWindow(WindowId(c));
+    return {};
+}
 
 }  // namespace Automation

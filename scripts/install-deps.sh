@@ -5,7 +5,7 @@
 set -euo pipefail
 PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev libgtest-dev libgmock-dev libbenchmark-dev
           xvfb xauth x11-utils xdotool imagemagick python3 python3-pil
-          desktop-file-utils appstream dpkg-dev dbus python3-dbus)
+          desktop-file-utils appstream dpkg-dev dbus python3-dbus libxcb1-dev)
 if [[ "${1:-}" == "--bench" ]]; then
   PACKAGES+=(libmypaint-dev libopencv-core-dev libopencv-imgproc-dev libvips-dev)
 fi

@@ -31,6 +31,7 @@
 #include "core/framework/controls.h"
 #include "shell/CanvasView.h"
 #include "shell/Convert.h"
+#include "shell/ForeignWindow.h"
 #include "shell/MainWindow.h"
 #include "shell/PanelView.h"
 
@@ -356,6 +357,14 @@ void QtHost::KillProgram(ProgramId id) {
 }
 
 void QtHost::ReleaseProgram(ProgramId id) { programs_.erase(id); }
+
+bool QtHost::PaintTileOnWindow(uint64_t window, const PatternTile& tile) {
+    return PaintTileOnX11Window(window, tile);
+}
+
+bool QtHost::RaiseWindowOnTop(uint64_t window, int showMode) {
+    return RaiseX11WindowOnTop(window, showMode, main_ ? static_cast<uint64_t>(main_->winId()) : 0);
+}
 
 long QtHost::ProgramProcessId(ProgramId id) {
     QProcess* p = process(id);

@@ -32,6 +32,8 @@ public:
     std::optional<std::string> OpenFileDialog(FileDialogRequest& dialog) override;
     std::optional<std::string> SaveFileDialog(FileDialogRequest& dialog) override;
     std::optional<uint32_t> ChooseColor(uint32_t initial) override;
+    bool PaintTileOnWindow(uint64_t window, const PatternTile& tile) override;
+    bool RaiseWindowOnTop(uint64_t window, int showMode) override;
     uint32_t* OpenSurface(PictureBox& box, int width, int height) override;
     void PresentSurface(PictureBox& box) override;
     void CloseSurface(PictureBox& box) override;

@@ -12,6 +12,7 @@
 struct Form;
 class MenuEntry;
 class PictureBox;
+struct PatternTile;
 
 // The visible part of the canvas window: the screen image covers exactly this.
 // Origin is the window pixel (in the zoomed picture) at the image's top left.
@@ -106,6 +107,14 @@ public:
     // on its output channel; nullopt when it did not start or did not end in time.
     virtual std::optional<std::string> ProgramOutput(const std::string& program,
                                                      const std::vector<std::string>& arguments, int milliseconds);
+
+    // Another program's window on this display, by its window-system id. The
+    // tile is painted as the window's background; the raise keeps the window
+    // above all others, shows it and, for show mode 1, marks it modal to this
+    // program's main window. false when there is no such window or the window
+    // system gives no way to do it.
+    virtual bool PaintTileOnWindow(uint64_t /*window*/, const PatternTile& /*tile*/) { return false; }
+    virtual bool RaiseWindowOnTop(uint64_t /*window*/, int /*showMode*/) { return false; }
 
     // An off-screen picture for a panel's picture box: width x height pixels,
     // 0x00BBGGRR, x fastest, that the logic clears and draws into and then

@@ -146,7 +146,7 @@ def run_all():
     check(k.Kel_RequestFile_Open("Open it", "", "Targa|*.tga", timeout=FOREVER)[0] == "",
           "a cancelled Kel_RequestFile_Open gives ''")
     for call in (lambda: k.Kel_TileTextureMe(dbus.UInt64(1)), lambda: k.Kel_SendFormObject(dbus.UInt64(1), N(1))):
-        check(refused(call) == "org.kelpwick.Kelpwick.Error.NotSupported", "a foreign window is not supported")
+        check(refused(call) == "org.kelpwick.Kelpwick.Error.NotSupported", "a window the host cannot reach is refused")
     k.Kel_NewBuffer(N(32), N(24))
     check((props.Get(IFACE, "Kel_BufferWidth"), props.Get(IFACE, "Kel_BufferHeight")) == (32, 24),
           "Kel_NewBuffer makes a 32 x 24 buffer")
