@@ -80,6 +80,15 @@ std::vector<MenuRow> RememberedFilters(std::vector<MenuRow> rows) {
     return rows;
 }
 
+void KeepFilter(const std::string& caption, Command start) {
+    if (rerunning) return;
+    kept = Kept{caption, std::move(start)};
+    awaitingOk.reset();
+    awaitingPanel = nullptr;
+}
+
+bool RerunningKeptFilter() { return rerunning; }
+
 std::string KeptFilterCaption() { return kept ? kept->caption : std::string(); }
 
 bool RunKeptFilter() {

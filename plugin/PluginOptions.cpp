@@ -14,6 +14,7 @@
 #include "core/framework/Host.h"
 #include "core/framework/PanelLook.h"
 #include "core/framework/vb.h"
+#include "filter/KeptFilter.h"
 
 int16_t PluginPanelOpen = 0;
 int16_t LastProgress = 0;
@@ -39,13 +40,31 @@ bool ProgramPresent(const std::string& name) {
     return std::filesystem::is_regular_file(ProgramFile(name), ec);
 }
 
-// The list's selection: an undo step first, so that the plug-in's work is one step.
+// The list's selection: an undo step first, so that the plug-in's work is one
+// step. A filter plug-in is kept, to be run again on the frames of an animation.
 bool RunSelection() {
     using namespace Plugin_Options;
     if (File1.ListIndex < 0) return false;
     SaveUndo();
-    StartPlugin(File1.Text());  // a program that will not start says nothing
+    const std::string name = File1.Text();
+    // A program that will not start says nothing.
+    if (StartPlugin(name) && TabBox.Tag == "0")
+        KeepFilter("Plug-in " + name, [name] {
+            SaveUndo();
+            StartPlugin(name);
+        });
     return true;
+}
+
+// Run again on frame after frame, a filter plug-in finishes with one picture
+// before the next is put in place; its calls are served meanwhile. One that
+// takes longer than the longest wait of a plug-in is left to run.
+void ServeUntilEnded(ProgramId id) {
+    for (int waited = 0; waited < 65535; waited += 10) {
+        host().DoEvents();
+        if (host().WaitForProgram(id, 10)) break;
+    }
+    host().DoEvents();
 }
 }  // namespace
 
@@ -128,6 +147,7 @@ bool StartPlugin(const std::string& name) {
     if (id == 0) return false;
     Started.push_back(id);
     if (const long pid = host().ProgramProcessId(id)) host().WhenProgramEnds(id, [pid] { ProcessEnded(pid); });
+    if (RerunningKeptFilter()) ServeUntilEnded(id);
     return true;
 }
 

@@ -15,6 +15,7 @@
 #include <sstream>
 #include <unistd.h>
 
+#include "anim/ApplyToFrames.h"
 #include "anim/FrameStore.h"
 #include "brush/CustomBrush.h"
 #include "colour/Gradients.h"
@@ -24,6 +25,8 @@
 #include "core/framework/Boxes.h"
 #include "core/frame/Form2.h"
 #include "file/FileMenu.h"
+#include "filter/KeptFilter.h"
+#include "core/frame/MDIForm1.h"
 #include "plugin/AutomationService.h"
 #include "plugin/Operations.h"
 #include "plugin/PlaneTransfer.h"
@@ -260,6 +263,48 @@ TEST_F(AutomationBus, APluginThatEndsReleasesItsLockThoughItsConnectionLivesOn) 
     const pid_t child = static_cast<pid_t>(std::stol(text));
     EXPECT_EQ(kill(child, 0), 0) << "the connection's other process still runs";
     kill(child, SIGKILL);
+    App.StartDirectory = savedStart;
+    fs::remove_all(folder);
+}
+
+// A filter plug-in run from its panel is kept, and Animation > "Apply to
+// frames..." runs it again on each frame, waiting for it to end each time.
+TEST_F(AutomationBus, AFilterPluginIsRunAgainOnTheFrames) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / ("kw-invert-" + std::to_string(getpid()));
+    fs::create_directories(folder);
+    std::ofstream(folder / "Invert_pf") << "#!/bin/sh\nexec " << KW_PYTHON << " " << KW_EXERCISE_PY << " invert-red\n";
+    fs::permissions(folder / "Invert_pf", fs::perms::owner_all);
+    const std::string savedStart = App.StartDirectory;
+    App.StartDirectory = folder.string();
+    host.onEvents = [] { QCoreApplication::processEvents(QEventLoop::AllEvents, 5); };
+    ASSERT_EQ(CreateAnim(3), CreateResult::Created);
+    for (int f = 0; f < 3; ++f) std::memset(AnimR.frame(f), 40 * (f + 1), AnimR.frameBytes());
+    GetFrame();
+
+    // By hand on the first frame, from the panel.
+    ShowPluginPanel(0);
+    const auto it = std::find(Plugin_Options::File1.items.begin(), Plugin_Options::File1.items.end(), "Invert_pf");
+    ASSERT_NE(it, Plugin_Options::File1.items.end());
+    Plugin_Options::File1.ListIndex = static_cast<int>(it - Plugin_Options::File1.items.begin());
+    Plugin_Options::Command1.press();
+    QElapsedTimer clock;
+    clock.start();
+    while (BufR(0, 0) != 255 - 40 && clock.elapsed() < 30000) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    EXPECT_EQ(BufR(0, 0), 255 - 40);
+    EXPECT_EQ(KeptFilterCaption(), "Plug-in Invert_pf");
+    Plugin_Options::Command2_Click();
+
+    // Again on the second and third frames (1 and 2 as the transport bar numbers them).
+    host.Expect("ApplyFrames", [] {
+        ApplyFrames::Text1.Text = "1";
+        ApplyFrames::Text2.Text = "2";
+        ApplyFrames::Command1.press();
+    });
+    MDIForm1::Ani_ApplyFrames.press();
+    EXPECT_EQ(AnimR.frame(1)[0], 255 - 80);
+    EXPECT_EQ(AnimR.frame(2)[0], 255 - 120);
+    EXPECT_EQ(AnimR.frame(2)[AnimR.frameBytes() / 2], 255 - 120);
     App.StartDirectory = savedStart;
     fs::remove_all(folder);
 }

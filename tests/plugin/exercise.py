@@ -4,6 +4,7 @@
   exercise.py all          every operation once on the 64 x 48 document the test made
   exercise.py refusals     every kind of bad argument, each refused with its error
   exercise.py introspect   prints the interface as introspected, one line per member
+  exercise.py invert-red   a filter plug-in: the red plane turned negative
   exercise.py lock-and-leave FILE
                            takes the lock, leaves its bus connection to a child that
                            writes its pid to FILE and sleeps, and ends
@@ -210,6 +211,11 @@ def run_introspect():
                                       member.tag, notes.get("org.freedesktop.DBus.Description", "")))
 
 
+def run_invert_red():
+    columns, rows, data = read_plane(k.Kel_GetRBuffer())
+    k.Kel_SetRbuffer(plane_fd(columns, rows, bytes(255 - b for b in data)))
+
+
 def run_lock_and_leave():
     k.Kel_Lock()
     child = os.fork()
@@ -228,5 +234,5 @@ def run_lock_and_leave():
 if __name__ == "__main__":
     mode = sys.argv[1] if len(sys.argv) > 1 else ""
     {"all": run_all, "refusals": run_refusals, "introspect": run_introspect,
-     "lock-and-leave": run_lock_and_leave}[mode]()
+     "invert-red": run_invert_red, "lock-and-leave": run_lock_and_leave}[mode]()
     sys.exit(failures)
