@@ -21,9 +21,10 @@ void FinishRowScalar(const FinishRowArgs& f) {
     for (int i = 0; i < f.n; ++i) {
         int32_t R = f.r[i], G = f.g[i], B = f.b[i];
         if (f.ur) {
-            R = Clamp255(RoundD(R + (f.ur[i] - 0.5) * f.noiseR));
-            G = Clamp255(RoundD(G + (f.ug[i] - 0.5) * f.noiseG));
-            B = Clamp255(RoundD(B + (f.ub[i] - 0.5) * f.noiseR));
+            auto less = [&](double u) { return f.centred ? u * 0x1.0p-53 : u - 0.5; };  // u - 0.5, exactly
+            R = Clamp255(RoundD(R + less(f.ur[i]) * f.noiseR));
+            G = Clamp255(RoundD(G + less(f.ug[i]) * f.noiseG));
+            B = Clamp255(RoundD(B + less(f.ub[i]) * f.noiseR));
         }
         if (f.slope) {
             const float e = f.slope[i] * 255.0f;
@@ -63,13 +64,20 @@ namespace {
 KW_AVX2 inline __m256i Clamp(__m256i v) {
     return _mm256_min_epi32(_mm256_max_epi32(v, _mm256_setzero_si256()), _mm256_set1_epi32(255));
 }
-// c + (u - 0.5) * amount in doubles, rounded, eight pixels.
+// c + (u - 0.5) * amount in doubles, rounded, eight pixels. Centred draws d
+// are (u - 0.5) * 2^53: d * (amount / 2^53) is the same product, rounded
+// once the same way, since scaling by a power of two is exact.
+template <bool Centred>
+KW_AVX2 inline __m256d LessHalf(__m256d v) {
+    if constexpr (Centred) return v;
+    return _mm256_sub_pd(v, _mm256_set1_pd(0.5));
+}
+template <bool Centred>
 KW_AVX2 inline __m256i Noise(__m256i c, const double* u, __m256d amount) {
-    const __m256d half = _mm256_set1_pd(0.5);
     const __m256d lo = _mm256_add_pd(_mm256_cvtepi32_pd(_mm256_castsi256_si128(c)),
-                                     _mm256_mul_pd(_mm256_sub_pd(_mm256_loadu_pd(u), half), amount));
+                                     _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u)), amount));
     const __m256d hi = _mm256_add_pd(_mm256_cvtepi32_pd(_mm256_extracti128_si256(c, 1)),
-                                     _mm256_mul_pd(_mm256_sub_pd(_mm256_loadu_pd(u + 4), half), amount));
+                                     _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u + 4)), amount));
     return _mm256_set_m128i(_mm256_cvtpd_epi32(hi), _mm256_cvtpd_epi32(lo));
 }
 KW_AVX2 inline __m256i Bump(__m256i c, __m256 e) {
@@ -99,10 +107,11 @@ KW_AVX2 inline void Store16(uint8_t* p, __m256i v) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p),
                      _mm_packus_epi16(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1)));
 }
-}  // namespace
 
-KW_AVX2 void FinishRowAvx2(const FinishRowArgs& f) {
-    const __m256d noiseR = _mm256_set1_pd(f.noiseR), noiseG = _mm256_set1_pd(f.noiseG);
+template <bool Centred>
+KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& f) {
+    const double scale = Centred ? 0x1.0p-53 : 1.0;
+    const __m256d noiseR = _mm256_set1_pd(f.noiseR * scale), noiseG = _mm256_set1_pd(f.noiseG * scale);
     const __m256 fraction = _mm256_set1_ps(f.fraction), strength = _mm256_set1_ps(f.strength);
     const __m256 full = _mm256_set1_ps(255.0f);
     const __m256i zero = _mm256_setzero_si256(), top = _mm256_set1_epi16(255);
@@ -119,7 +128,7 @@ KW_AVX2 void FinishRowAvx2(const FinishRowArgs& f) {
         for (int k = 0; k < 3; ++k)
             for (int h = 0; h < 2; ++h) {
                 c[k][h] = Load8(colour[k] + i + 8 * h);
-                if (f.ur) c[k][h] = Noise(c[k][h], draws[k] + i + 8 * h, amount[k]);
+                if (f.ur) c[k][h] = Noise<Centred>(c[k][h], draws[k] + i + 8 * h, amount[k]);
             }
         if (f.slope)
             for (int h = 0; h < 2; ++h) {
@@ -155,6 +164,12 @@ KW_AVX2 void FinishRowAvx2(const FinishRowArgs& f) {
     skip(rest.slope), skip(rest.height), skip(rest.oldR), skip(rest.oldG), skip(rest.oldB), skip(rest.alpha);
     skip(rest.outR), skip(rest.outG), skip(rest.outB);
     FinishRowScalar(rest);
+}
+}  // namespace
+
+KW_AVX2 void FinishRowAvx2(const FinishRowArgs& f) {
+    if (f.centred) FinishRowsAvx2<true>(f);
+    else FinishRowsAvx2<false>(f);
 }
 
 bool HaveAvx2Finish() {

@@ -41,6 +41,7 @@ struct FinishRowArgs {
     int n = 0;
     const int32_t *r = nullptr, *g = nullptr, *b = nullptr, *opacity = nullptr;
     const double *ur = nullptr, *ug = nullptr, *ub = nullptr;  // a draw per channel
+    bool centred = false;  // the draws come as (u - 0.5) * 2^53
     double noiseR = 0, noiseG = 0;                              // the amount for red and blue, for green
     // The paper under the row: the bump adds slope * 255 to each channel;
     // drybrush takes (negative ? height : 255 - height) * fraction * strength
@@ -70,10 +71,12 @@ struct RowScratch {
 };
 
 // The noise draws of a span: NoiseDrawCount per pixel in pixel order (all),
-// or for a draw per channel one row per channel (channel[0..2]).
+// or for a draw per channel one row per channel (channel[0..2]), there
+// possibly centred: (u - 0.5) * 2^53, which gives u - 0.5 back exactly.
 struct SpanDraws {
     const double* all = nullptr;
     const double* channel[3] = {nullptr, nullptr, nullptr};
+    bool centred = false;
 };
 
 struct FillPlan {
@@ -412,7 +415,10 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const Spa
     }
     if (noise && NoiseDrawCount(s) == 3) {
         f.ur = w.ur.data(), f.ug = w.ug.data(), f.ub = w.ub.data();
-        if (sorted) f.ur = draws.channel[0], f.ug = draws.channel[1], f.ub = draws.channel[2];
+        if (sorted) {
+            f.ur = draws.channel[0], f.ug = draws.channel[1], f.ub = draws.channel[2];
+            f.centred = draws.centred;
+        }
         f.noiseR = s.noiseAmount;
         f.noiseG = f.noiseR * 1.1;
     }
@@ -453,7 +459,8 @@ inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverS
     for (int i = quick; i < n; ++i) {
         NoiseDraws d;
         for (int k = 0; k < per; ++k)
-            d.u[k] = draws.all ? draws.all[static_cast<size_t>(i) * per + k] : draws.channel[k][i];
+            d.u[k] = draws.all ? draws.all[static_cast<size_t>(i) * per + k]
+                               : (draws.centred ? draws.channel[k][i] * 0x1.0p-53 + 0.5 : draws.channel[k][i]);
         const uint32_t v = DeliverPixelIn<Steps>(s, st, d, colour, first + i, y, X1, Y1, X2, Y2);
         out[0][i] = static_cast<uint8_t>(v);
         out[1][i] = static_cast<uint8_t>(v >> 8);

@@ -74,7 +74,10 @@ double Draw(State& s) {
 // One step of the four lanes: their next draws as doubles. The draw is the
 // sum's top 53 bits m over 2^53. m under the exponent of 2^52 (whose lowest
 // bit is m's top bit already) reads 2^52 + m's low 52 bits: less 2^52 where
-// m's top bit, the sum's sign, is clear, it is m, exactly.
+// m's top bit, the sum's sign, is clear, it is m, exactly. Centred, the
+// draw less a half times 2^53 is m - 2^52: 2^52 less where the top bit is set,
+// 2^53 where it is clear.
+template <bool Centred = false>
 KW_AVX2 inline __m256d LaneStep(__m256i (&s)[4]) {
     const __m256i sum = _mm256_add_epi64(s[0], s[3]);
     const __m256i t = _mm256_slli_epi64(s[1], 17);
@@ -86,6 +89,10 @@ KW_AVX2 inline __m256d LaneStep(__m256i (&s)[4]) {
     s[3] = _mm256_or_si256(_mm256_slli_epi64(s[3], 45), _mm256_srli_epi64(s[3], 19));
     const __m256i exponent = _mm256_set1_epi64x(0x4330000000000000);
     const __m256d m = _mm256_castsi256_pd(_mm256_or_si256(_mm256_srli_epi64(sum, 11), exponent));
+    if constexpr (Centred) {
+        const __m256d less = _mm256_blendv_pd(_mm256_set1_pd(0x1.0p53), _mm256_set1_pd(0x1.0p52), _mm256_castsi256_pd(sum));
+        return _mm256_sub_pd(m, less);
+    }
     const __m256d less = _mm256_blendv_pd(_mm256_set1_pd(0x1.0p52), _mm256_setzero_pd(), _mm256_castsi256_pd(sum));
     return _mm256_mul_pd(_mm256_sub_pd(m, less), _mm256_set1_pd(0x1.0p-53));
 }
@@ -134,13 +141,14 @@ KW_AVX2 void FourLanes(State (&lane)[4], double* out, size_t stride, size_t coun
 // count pixels of three draws each, of each of the four lanes, sorted by
 // channel into ch[c] + lane * stride: twelve steps are four pixels of every
 // lane, and each channel's four steps turn like FourLanes' four.
+template <bool Centred>
 KW_AVX2 void FourLanesChannels(State (&lane)[4], double* const (&ch)[3], size_t stride, size_t count) {
     __m256i s[4];
     LoadLanes(lane, s);
     size_t i = 0;
     for (; i + 4 <= count; i += 4) {
         __m256d step[12];
-        for (__m256d& v : step) v = LaneStep(s);
+        for (__m256d& v : step) v = LaneStep<Centred>(s);
         for (size_t c = 0; c < 3; ++c) {
             __m256d v[4];
             Turn(step[c], step[c + 3], step[c + 6], step[c + 9], v);
@@ -150,7 +158,7 @@ KW_AVX2 void FourLanesChannels(State (&lane)[4], double* const (&ch)[3], size_t 
     alignas(32) double d[4];
     for (; i < count; ++i)
         for (size_t c = 0; c < 3; ++c) {
-            _mm256_store_pd(d, LaneStep(s));
+            _mm256_store_pd(d, LaneStep<Centred>(s));
             for (size_t l = 0; l < 4; ++l) ch[c][l * stride + i] = d[l];
         }
     StoreLanes(s, lane);
@@ -193,9 +201,18 @@ void RndRow(double* out, size_t count, bool vector) {
     Keep(s);
 }
 
-void RndRowChannels(double* first, double* second, double* third, size_t pixels, bool vector) {
+namespace {
+// (Rnd() - 0.5) * 2^53, exactly: the top 53 bits less 2^52.
+double CentredDraw(State& s) {
+    const uint64_t result = s[0] + s[3];
+    Step(s);
+    return static_cast<double>(static_cast<int64_t>(result >> 11) - (int64_t{1} << 52));
+}
+
+template <bool Centred>
+void RowChannels(double* const (&ch)[3], size_t pixels, bool vector) {
     State s = Current();
-    double* const ch[3] = {first, second, third};
+    auto draw = [](State& st) { return Centred ? CentredDraw(st) : Draw(st); };
 #if defined(KW_X86)
     if (vector && 3 * pixels >= MinLaneDraws && HaveAvx2()) {
         // Quarters of k pixels; the last one ends at pixels.
@@ -203,18 +220,27 @@ void RndRowChannels(double* first, double* second, double* third, size_t pixels,
         const Jump& jump = JumpOf(3 * k);
         State lane[4] = {s, {}, {}, {}};
         for (int l = 1; l < 4; ++l) lane[l] = Ahead(jump, lane[l - 1]);
-        FourLanesChannels(lane, ch, k, last);
+        FourLanesChannels<Centred>(lane, ch, k, last);
         for (size_t l = 0; l < 3; ++l)
             for (size_t i = last; i < k; ++i)
-                for (double* c : ch) c[l * k + i] = Draw(lane[l]);
+                for (double* c : ch) c[l * k + i] = draw(lane[l]);
         Keep(lane[3]);
         return;
     }
 #endif
     (void)vector;
     for (size_t i = 0; i < pixels; ++i)
-        for (double* c : ch) c[i] = Draw(s);
+        for (double* c : ch) c[i] = draw(s);
     Keep(s);
+}
+}  // namespace
+
+void RndRowChannels(double* first, double* second, double* third, size_t pixels, bool vector) {
+    RowChannels<false>({first, second, third}, pixels, vector);
+}
+
+void RndRowChannelsCentred(double* first, double* second, double* third, size_t pixels, bool vector) {
+    RowChannels<true>({first, second, third}, pixels, vector);
 }
 
 }  // namespace vb

@@ -6,6 +6,7 @@
 // per channel handed over in one array or sorted into a row per channel.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 #include <sstream>
 #include <vector>
@@ -61,15 +62,22 @@ struct Scene {
     }
 };
 
-// The draws of one pixel, spread over [0, 1) and different per channel.
-double Draw(int x, int y, int k) { return ((x * 7 + y * 13 + k * 5) % 16) / 16.0 + 0.01 * k; }
+// The draws of one pixel, spread over [0, 1) and different per channel, in
+// steps of 2^-53 as the generator's are (so that centred they are exact).
+double Draw(int x, int y, int k) {
+    return std::ldexp(std::floor(std::ldexp(((x * 7 + y * 13 + k * 5) % 16) / 16.0 + 0.01 * k, 53)), -53);
+}
 
 // Runs the span x0..x1 of every row through DeliverRow (in place on copies of
 // the planes) and through DeliverPixelIn pixel by pixel; compares pixels and
-// state. sorted hands a draw per channel over as a row per channel.
+// state. sorted hands a draw per channel over as a row per channel, centred
+// as (u - 0.5) * 2^53.
+enum class Sorted { No, Plain, Centred };
+// The finishing steps in their plain form and as the plan chooses them.
+const kwfill::FinishRowFn ScalarAndChosen[] = {kwfill::FinishRowScalar, nullptr};
 template <unsigned Steps>
 void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1, const std::string& name,
-                           kwfill::FinishRowFn finish = nullptr, bool sorted = false) {
+                           kwfill::FinishRowFn finish = nullptr, Sorted sorted = Sorted::No) {
     const uint32_t colour = 0x2A80D5;
     const int W = scene.w;
     const int X1 = 2, Y1 = 0, X2 = W - 3, Y2 = H - 1;
@@ -99,12 +107,14 @@ void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1
         for (int x = x0; x < x1; ++x)
             for (int k = 0; k < per; ++k) {
                 draws.push_back(Draw(x, y, k));
-                if (per == 3) channel[k].push_back(Draw(x, y, k));
+                if (per == 3) channel[k].push_back(sorted == Sorted::Centred ? (Draw(x, y, k) - 0.5) * 0x1.0p53
+                                                                             : Draw(x, y, k));
             }
         const size_t at = static_cast<size_t>(y) * (W + 1) + static_cast<size_t>(x0);
         uint8_t* const out[3] = {got[0].data() + at, got[1].data() + at, got[2].data() + at};
-        if (sorted && per == 3) {
+        if (sorted != Sorted::No && per == 3) {
             kwfill::SpanDraws d;
+            d.centred = sorted == Sorted::Centred;
             for (int k = 0; k < 3; ++k) d.channel[k] = channel[k].data();
             kwfill::DeliverRow<Steps>(s, plan, gotState, d, colour, y, X1, Y1, X2, Y2, out[0], out[1], out[2]);
         } else {
@@ -158,8 +168,12 @@ TEST(DeliverRows, EveryStyleModeNoisePaperAndAlphaGiveThePixelsOfTheSingleKernel
                                                                      kwfill::FinishRowScalar);
                                 ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str());
                                 if (noise == 1)
-                                    ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1],
-                                                                         name.str() + " sorted", nullptr, true);
+                                    for (Sorted sorted : {Sorted::Plain, Sorted::Centred})
+                                        for (kwfill::FinishRowFn finish : ScalarAndChosen)
+                                            ExpectRowsMatchPixels<kwfill::DpAll>(
+                                                scene, s, span[0], span[1],
+                                                name.str() + (sorted == Sorted::Centred ? " centred" : " sorted"),
+                                                finish, sorted);
                                 if (::testing::Test::HasFatalFailure()) return;
                             }
 }
@@ -195,8 +209,12 @@ TEST(DeliverRows, RowsOverAWidePaperGiveThePixelsOfTheSingleKernel) {
                                                                      kwfill::FinishRowScalar);
                                 ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str());
                                 if (noise == 1)
-                                    ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1],
-                                                                         name.str() + " sorted", nullptr, true);
+                                    for (Sorted sorted : {Sorted::Plain, Sorted::Centred})
+                                        for (kwfill::FinishRowFn finish : ScalarAndChosen)
+                                            ExpectRowsMatchPixels<kwfill::DpAll>(
+                                                scene, s, span[0], span[1],
+                                                name.str() + (sorted == Sorted::Centred ? " centred" : " sorted"),
+                                                finish, sorted);
                                 if (::testing::Test::HasFatalFailure()) return;
                             }
 }
