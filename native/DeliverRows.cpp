@@ -80,9 +80,16 @@ KW_AVX2 inline __m256i Noise(__m256i c, const double* u, __m256d amount) {
                                      _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u + 4)), amount));
     return _mm256_set_m128i(_mm256_cvtpd_epi32(hi), _mm256_cvtpd_epi32(lo));
 }
-KW_AVX2 inline __m256i Bump(__m256i c, __m256 e) {
-    return Clamp(_mm256_cvtps_epi32(_mm256_add_ps(_mm256_cvtepi32_ps(c), e)));
+// The same from the colour as doubles.
+template <bool Centred>
+KW_AVX2 inline __m256i NoiseD(const double* c, const double* u, __m256d amount) {
+    const __m256d lo = _mm256_add_pd(_mm256_loadu_pd(c), _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u)), amount));
+    const __m256d hi =
+        _mm256_add_pd(_mm256_loadu_pd(c + 4), _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u + 4)), amount));
+    return _mm256_set_m128i(_mm256_cvtpd_epi32(hi), _mm256_cvtpd_epi32(lo));
 }
+// The colour plus the bump, rounded; held to 0..255 later, in 16-bit lanes.
+KW_AVX2 inline __m256i Bump(__m256i c, __m256 e) { return _mm256_cvtps_epi32(_mm256_add_ps(_mm256_cvtepi32_ps(c), e)); }
 KW_AVX2 inline __m256i Load8(const int32_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); }
 KW_AVX2 inline __m256i Bytes8(const uint8_t* p) {
     return _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
@@ -109,7 +116,10 @@ KW_AVX2 inline void Store16(uint8_t* p, __m256i v) {
 }
 
 template <bool Centred>
-KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& f) {
+KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& args) {
+    // A copy of our own, which the byte stores below cannot be taken to alias,
+    // so that its pointers and switches stay in registers.
+    const FinishRowArgs f = args;
     const double scale = Centred ? 0x1.0p-53 : 1.0;
     const __m256d noiseR = _mm256_set1_pd(f.noiseR * scale), noiseG = _mm256_set1_pd(f.noiseG * scale);
     const __m256 fraction = _mm256_set1_ps(f.fraction), strength = _mm256_set1_ps(f.strength);
@@ -117,6 +127,8 @@ KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& f) {
     const __m256i zero = _mm256_setzero_si256(), top = _mm256_set1_epi16(255);
     const __m256i alphaOff = _mm256_set1_epi16(f.alphaOff);
     const int32_t* const colour[3] = {f.r, f.g, f.b};
+    const double* const colourD[3] = {f.rd, f.gd, f.bd};
+    const bool doubles = f.ur && f.rd;
     const double* const draws[3] = {f.ur, f.ug, f.ub};
     const __m256d amount[3] = {noiseR, noiseG, noiseR};
     const uint8_t* const old[3] = {f.oldR, f.oldG, f.oldB};
@@ -127,8 +139,10 @@ KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& f) {
         __m256i c[3][2];
         for (int k = 0; k < 3; ++k)
             for (int h = 0; h < 2; ++h) {
-                c[k][h] = Load8(colour[k] + i + 8 * h);
-                if (f.ur) c[k][h] = Noise<Centred>(c[k][h], draws[k] + i + 8 * h, amount[k]);
+                const int at = i + 8 * h;
+                if (doubles) c[k][h] = NoiseD<Centred>(colourD[k] + at, draws[k] + at, amount[k]);
+                else if (f.ur) c[k][h] = Noise<Centred>(Load8(colour[k] + at), draws[k] + at, amount[k]);
+                else c[k][h] = Load8(colour[k] + at);
             }
         if (f.slope)
             for (int h = 0; h < 2; ++h) {
@@ -161,6 +175,7 @@ KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& f) {
     };
     rest.n = f.n - i;
     skip(rest.r), skip(rest.g), skip(rest.b), skip(rest.opacity), skip(rest.ur), skip(rest.ug), skip(rest.ub);
+    skip(rest.rd), skip(rest.gd), skip(rest.bd);
     skip(rest.slope), skip(rest.height), skip(rest.oldR), skip(rest.oldG), skip(rest.oldB), skip(rest.alpha);
     skip(rest.outR), skip(rest.outG), skip(rest.outB);
     FinishRowScalar(rest);

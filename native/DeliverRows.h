@@ -40,6 +40,7 @@ namespace kwfill {
 struct FinishRowArgs {
     int n = 0;
     const int32_t *r = nullptr, *g = nullptr, *b = nullptr, *opacity = nullptr;
+    const double *rd = nullptr, *gd = nullptr, *bd = nullptr;  // the same colour as doubles, or null
     const double *ur = nullptr, *ug = nullptr, *ub = nullptr;  // a draw per channel
     bool centred = false;  // the draws come as (u - 0.5) * 2^53
     double noiseR = 0, noiseG = 0;                              // the amount for red and blue, for green
@@ -92,6 +93,7 @@ struct FillPlan {
     // The gradients: the opacity each gradient alpha gives, and the positions.
     int opacityOfGa[256] = {};
     std::vector<int32_t> columnR, columnG, columnB, columnOpacity;  // across: each column's step of the gradient
+    std::vector<double> columnD[3];  // the same as doubles, for noise per channel
     // Across at full opacity in every column: the finished bytes of every row.
     bool columnsOpaque = false;
     std::vector<uint8_t> columnBytes[3];
@@ -172,6 +174,11 @@ inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int 
             plan.columnB.push_back(s.gradB[p]);
             plan.columnOpacity.push_back(plan.opacityOfGa[s.gradA[p]]);
         }
+        if (s.noiseAmount > 0 && s.noisePerChannel)
+            for (const auto& [to, from] : {std::pair{&plan.columnD[0], &plan.columnR},
+                                           std::pair{&plan.columnD[1], &plan.columnG},
+                                           std::pair{&plan.columnD[2], &plan.columnB}})
+                to->assign(from->begin(), from->end());
         plan.columnsOpaque = std::all_of(plan.columnOpacity.begin(), plan.columnOpacity.end(), [](int32_t o) { return o == 255; });
         if (plan.columnsOpaque)
             for (const auto& [bytes, from] : {std::pair{&plan.columnBytes[0], &plan.columnR},
@@ -338,6 +345,7 @@ inline void FinishOverPaper(const DeliverSettings& s, const FillPlan& plan, Fini
         auto at = [i](auto* p) { return p ? p + i : p; };
         f.n = run;
         f.r = at(whole.r), f.g = at(whole.g), f.b = at(whole.b), f.opacity = at(whole.opacity);
+        f.rd = at(whole.rd), f.gd = at(whole.gd), f.bd = at(whole.bd);
         f.ur = at(whole.ur), f.ug = at(whole.ug), f.ub = at(whole.ub);
         f.oldR = at(whole.oldR), f.oldG = at(whole.oldG), f.oldB = at(whole.oldB), f.alpha = at(whole.alpha);
         f.outR = at(whole.outR), f.outG = at(whole.outG), f.outB = at(whole.outB);
@@ -412,6 +420,8 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const Spa
     if (columns) {
         f.r = plan.columnR.data() + k, f.g = plan.columnG.data() + k, f.b = plan.columnB.data() + k;
         f.opacity = plan.columnOpacity.data() + k;
+        if (!plan.columnD[0].empty())
+            f.rd = plan.columnD[0].data() + k, f.gd = plan.columnD[1].data() + k, f.bd = plan.columnD[2].data() + k;
     }
     if (noise && NoiseDrawCount(s) == 3) {
         f.ur = w.ur.data(), f.ug = w.ug.data(), f.ub = w.ub.data();

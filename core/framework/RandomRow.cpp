@@ -32,9 +32,15 @@ struct Jump {
     std::array<std::array<State, 16>, 64> nibble{};
 };
 
+// The last two jumps made are kept: a row cut into blocks has at most two
+// lengths of block.
 const Jump& JumpOf(size_t steps) {
-    static Jump jump;
-    if (jump.steps == steps) return jump;
+    static Jump kept[2];
+    static size_t older = 0;
+    for (const Jump& j : kept)
+        if (j.steps == steps) return j;
+    Jump& jump = kept[older];
+    older ^= 1;
     std::array<State, 256> column{};
     for (int j = 0; j < 256; ++j) {
         State s{};
