@@ -32,8 +32,8 @@ struct Jump {
     std::array<std::array<State, 16>, 64> nibble{};
 };
 
-// The last two jumps made are kept: a row cut into blocks has at most two
-// lengths of block.
+// The last two jumps made are kept, so that rows of two lengths drawn in turn
+// (a shape's spans, rows of one and of three draws a pixel) do not remake them.
 const Jump& JumpOf(size_t steps) {
     static Jump kept[2];
     static size_t older = 0;
