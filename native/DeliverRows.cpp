@@ -1,9 +1,10 @@
 // The finishing steps of a fill row: noise per channel, the paper's bump and
-// drybrush, opacity and alpha. The AVX2 form does eight pixels a step with
+// drybrush, opacity and alpha. The AVX2 form does sixteen pixels a step with
 // the same operations in the same precision (doubles for the noise, floats
 // for the paper, rounding to nearest even by the processor's default mode),
-// so its bytes are the plain form's; the integer blends divide by 255 as
-// (x + 1 + (x >> 8)) >> 8, exact for x up to 255 * 255.
+// so its bytes are the plain form's; the blends run in 16-bit lanes, where
+// colour * weight + old * (255 - weight) is at most 255 * 255, and divide by
+// 255 as (x + 1 + (x >> 8)) >> 8, exact for x up to 255 * 255.
 #include "native/DeliverRows.h"
 
 #if defined(__x86_64__) || defined(__i386__)
@@ -20,18 +21,23 @@ void FinishRowScalar(const FinishRowArgs& f) {
     for (int i = 0; i < f.n; ++i) {
         int32_t R = f.r[i], G = f.g[i], B = f.b[i];
         if (f.ur) {
-            R = Clamp255(RoundD(R + (f.ur[i] - 0.5) * f.noiseR));
-            G = Clamp255(RoundD(G + (f.ug[i] - 0.5) * f.noiseG));
-            B = Clamp255(RoundD(B + (f.ub[i] - 0.5) * f.noiseR));
+            auto less = [&](double u) { return f.centred ? u * 0x1.0p-53 : u - 0.5; };  // u - 0.5, exactly
+            R = Clamp255(RoundD(R + less(f.ur[i]) * f.noiseR));
+            G = Clamp255(RoundD(G + less(f.ug[i]) * f.noiseG));
+            B = Clamp255(RoundD(B + less(f.ub[i]) * f.noiseR));
         }
-        if (f.bump) {
-            const float e = f.bump[i];
+        if (f.slope) {
+            const float e = f.slope[i] * 255.0f;
             R = Clamp255(RoundF(static_cast<float>(R) + e));
             G = Clamp255(RoundF(static_cast<float>(G) + e));
             B = Clamp255(RoundF(static_cast<float>(B) + e));
         }
         int opacity = f.opacity[i];
-        if (f.dry) opacity = RoundF(static_cast<float>(opacity) - f.dry[i]);
+        if (f.height) {
+            const int p = f.height[i];
+            const float dry = static_cast<float>(f.negative ? p : 255 - p) * f.fraction * f.strength;
+            opacity = RoundF(static_cast<float>(opacity) - dry);
+        }
         if (opacity < 0) opacity = 0;
         const unsigned op = static_cast<unsigned>(opacity), inv = 255u - op;
         const unsigned oldR = f.oldR[i], oldG = f.oldG[i], oldB = f.oldB[i];
@@ -58,69 +64,110 @@ namespace {
 KW_AVX2 inline __m256i Clamp(__m256i v) {
     return _mm256_min_epi32(_mm256_max_epi32(v, _mm256_setzero_si256()), _mm256_set1_epi32(255));
 }
-// c + (u - 0.5) * amount in doubles, rounded, held to 0..255.
+// c + (u - 0.5) * amount in doubles, rounded, eight pixels. Centred draws d
+// are (u - 0.5) * 2^53: d * (amount / 2^53) is the same product, rounded
+// once the same way, since scaling by a power of two is exact.
+template <bool Centred>
+KW_AVX2 inline __m256d LessHalf(__m256d v) {
+    if constexpr (Centred) return v;
+    return _mm256_sub_pd(v, _mm256_set1_pd(0.5));
+}
+template <bool Centred>
 KW_AVX2 inline __m256i Noise(__m256i c, const double* u, __m256d amount) {
-    const __m256d half = _mm256_set1_pd(0.5);
     const __m256d lo = _mm256_add_pd(_mm256_cvtepi32_pd(_mm256_castsi256_si128(c)),
-                                     _mm256_mul_pd(_mm256_sub_pd(_mm256_loadu_pd(u), half), amount));
+                                     _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u)), amount));
     const __m256d hi = _mm256_add_pd(_mm256_cvtepi32_pd(_mm256_extracti128_si256(c, 1)),
-                                     _mm256_mul_pd(_mm256_sub_pd(_mm256_loadu_pd(u + 4), half), amount));
-    return Clamp(_mm256_set_m128i(_mm256_cvtpd_epi32(hi), _mm256_cvtpd_epi32(lo)));
+                                     _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u + 4)), amount));
+    return _mm256_set_m128i(_mm256_cvtpd_epi32(hi), _mm256_cvtpd_epi32(lo));
 }
-KW_AVX2 inline __m256i Bump(__m256i c, __m256 e) {
-    return Clamp(_mm256_cvtps_epi32(_mm256_add_ps(_mm256_cvtepi32_ps(c), e)));
+// The same from the colour as doubles.
+template <bool Centred>
+KW_AVX2 inline __m256i NoiseD(const double* c, const double* u, __m256d amount) {
+    const __m256d lo = _mm256_add_pd(_mm256_loadu_pd(c), _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u)), amount));
+    const __m256d hi =
+        _mm256_add_pd(_mm256_loadu_pd(c + 4), _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u + 4)), amount));
+    return _mm256_set_m128i(_mm256_cvtpd_epi32(hi), _mm256_cvtpd_epi32(lo));
 }
-// (x + 1 + (x >> 8)) >> 8 is x / 255 for 0 <= x <= 65025.
-KW_AVX2 inline __m256i Div255(__m256i x) {
-    return _mm256_srli_epi32(_mm256_add_epi32(_mm256_add_epi32(x, _mm256_set1_epi32(1)), _mm256_srli_epi32(x, 8)), 8);
-}
-KW_AVX2 inline __m256i Mix(__m256i paint, __m256i old, __m256i weight) {
-    const __m256i rest = _mm256_sub_epi32(_mm256_set1_epi32(255), weight);
-    return Div255(_mm256_add_epi32(_mm256_mullo_epi32(paint, weight), _mm256_mullo_epi32(old, rest)));
-}
+// The colour plus the bump, rounded; held to 0..255 later, in 16-bit lanes.
+KW_AVX2 inline __m256i Bump(__m256i c, __m256 e) { return _mm256_cvtps_epi32(_mm256_add_ps(_mm256_cvtepi32_ps(c), e)); }
 KW_AVX2 inline __m256i Load8(const int32_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); }
 KW_AVX2 inline __m256i Bytes8(const uint8_t* p) {
     return _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
 }
-KW_AVX2 inline void Store8(uint8_t* p, __m256i v) {
-    const __m128i words = _mm_packs_epi32(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi16(words, words));
+KW_AVX2 inline __m256i Bytes16(const uint8_t* p) {
+    return _mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
 }
-}  // namespace
+// Two rows of eight 32-bit values as sixteen 16-bit ones, in order (saturating).
+KW_AVX2 inline __m256i Words(__m256i lo, __m256i hi) {
+    return _mm256_permute4x64_epi64(_mm256_packs_epi32(lo, hi), 0xD8);
+}
+// (x + 1 + (x >> 8)) >> 8 is x / 255 for 0 <= x <= 65025.
+KW_AVX2 inline __m256i Div255(__m256i x) {
+    return _mm256_srli_epi16(_mm256_add_epi16(_mm256_add_epi16(x, _mm256_set1_epi16(1)), _mm256_srli_epi16(x, 8)), 8);
+}
+// (paint * weight + old * (255 - weight)) / 255 in sixteen 16-bit lanes, all terms 0..255.
+KW_AVX2 inline __m256i Mix(__m256i paint, __m256i old, __m256i weight) {
+    const __m256i rest = _mm256_sub_epi16(_mm256_set1_epi16(255), weight);
+    return Div255(_mm256_add_epi16(_mm256_mullo_epi16(paint, weight), _mm256_mullo_epi16(old, rest)));
+}
+KW_AVX2 inline void Store16(uint8_t* p, __m256i v) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p),
+                     _mm_packus_epi16(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1)));
+}
 
-KW_AVX2 void FinishRowAvx2(const FinishRowArgs& f) {
-    const __m256d noiseR = _mm256_set1_pd(f.noiseR), noiseG = _mm256_set1_pd(f.noiseG);
-    const __m256i alphaOff = _mm256_set1_epi32(f.alphaOff);
+template <bool Centred>
+KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& args) {
+    // A copy of our own, which the byte stores below cannot be taken to alias,
+    // so that its pointers and switches stay in registers.
+    const FinishRowArgs f = args;
+    const double scale = Centred ? 0x1.0p-53 : 1.0;
+    const __m256d noiseR = _mm256_set1_pd(f.noiseR * scale), noiseG = _mm256_set1_pd(f.noiseG * scale);
+    const __m256 fraction = _mm256_set1_ps(f.fraction), strength = _mm256_set1_ps(f.strength);
+    const __m256 full = _mm256_set1_ps(255.0f);
+    const __m256i zero = _mm256_setzero_si256(), top = _mm256_set1_epi16(255);
+    const __m256i alphaOff = _mm256_set1_epi16(f.alphaOff);
+    const int32_t* const colour[3] = {f.r, f.g, f.b};
+    const double* const colourD[3] = {f.rd, f.gd, f.bd};
+    const bool doubles = f.ur && f.rd;
+    const double* const draws[3] = {f.ur, f.ug, f.ub};
+    const __m256d amount[3] = {noiseR, noiseG, noiseR};
+    const uint8_t* const old[3] = {f.oldR, f.oldG, f.oldB};
+    uint8_t* const out[3] = {f.outR, f.outG, f.outB};
     int i = 0;
-    for (; i + 8 <= f.n; i += 8) {
-        __m256i R = Load8(f.r + i), G = Load8(f.g + i), B = Load8(f.b + i), op = Load8(f.opacity + i);
-        if (f.ur) {
-            R = Noise(R, f.ur + i, noiseR);
-            G = Noise(G, f.ug + i, noiseG);
-            B = Noise(B, f.ub + i, noiseR);
-        }
-        if (f.bump) {
-            const __m256 e = _mm256_loadu_ps(f.bump + i);
-            R = Bump(R, e);
-            G = Bump(G, e);
-            B = Bump(B, e);
-        }
-        if (f.dry) op = _mm256_cvtps_epi32(_mm256_sub_ps(_mm256_cvtepi32_ps(op), _mm256_loadu_ps(f.dry + i)));
-        op = _mm256_max_epi32(op, _mm256_setzero_si256());
-        const __m256i oldR = Bytes8(f.oldR + i), oldG = Bytes8(f.oldG + i), oldB = Bytes8(f.oldB + i);
-        R = Mix(R, oldR, op);
-        G = Mix(G, oldG, op);
-        B = Mix(B, oldB, op);
-        if (f.alpha) {
+    for (; i + 16 <= f.n; i += 16) {
+        // The colour, eight pixels to a half, through noise and bump in 32-bit lanes.
+        __m256i c[3][2];
+        for (int k = 0; k < 3; ++k)
+            for (int h = 0; h < 2; ++h) {
+                const int at = i + 8 * h;
+                if (doubles) c[k][h] = NoiseD<Centred>(colourD[k] + at, draws[k] + at, amount[k]);
+                else if (f.ur) c[k][h] = Noise<Centred>(Load8(colour[k] + at), draws[k] + at, amount[k]);
+                else c[k][h] = Load8(colour[k] + at);
+            }
+        if (f.slope)
+            for (int h = 0; h < 2; ++h) {
+                const __m256 e = _mm256_mul_ps(_mm256_loadu_ps(f.slope + i + 8 * h), full);
+                for (int k = 0; k < 3; ++k) c[k][h] = Bump(Clamp(c[k][h]), e);
+            }
+        __m256i op[2] = {Load8(f.opacity + i), Load8(f.opacity + i + 8)};
+        if (f.height)
+            for (int h = 0; h < 2; ++h) {
+                __m256 p = _mm256_cvtepi32_ps(Bytes8(f.height + i + 8 * h));
+                if (!f.negative) p = _mm256_sub_ps(full, p);
+                const __m256 dry = _mm256_mul_ps(_mm256_mul_ps(p, fraction), strength);
+                op[h] = _mm256_cvtps_epi32(_mm256_sub_ps(_mm256_cvtepi32_ps(op[h]), dry));
+            }
+        // Sixteen pixels in 16-bit lanes from here: the opacity is at most 255 here.
+        const __m256i weight = _mm256_max_epi16(Words(op[0], op[1]), zero);
+        const __m256i a = f.alpha ? _mm256_or_si256(Bytes16(f.alpha + i), alphaOff) : top;
+        for (int k = 0; k < 3; ++k) {
+            const __m256i paint = _mm256_min_epi16(_mm256_max_epi16(Words(c[k][0], c[k][1]), zero), top);
+            const __m256i before = Bytes16(old[k] + i);
+            __m256i v = Mix(paint, before, weight);
             // At alpha 255 the mix gives the colour back exactly.
-            const __m256i a = _mm256_or_si256(Bytes8(f.alpha + i), alphaOff);
-            R = Mix(R, oldR, a);
-            G = Mix(G, oldG, a);
-            B = Mix(B, oldB, a);
+            if (f.alpha) v = Mix(v, before, a);
+            Store16(out[k] + i, v);
         }
-        Store8(f.outR + i, R);
-        Store8(f.outG + i, G);
-        Store8(f.outB + i, B);
     }
     FinishRowArgs rest = f;
     auto skip = [&](auto*& p) {
@@ -128,9 +175,16 @@ KW_AVX2 void FinishRowAvx2(const FinishRowArgs& f) {
     };
     rest.n = f.n - i;
     skip(rest.r), skip(rest.g), skip(rest.b), skip(rest.opacity), skip(rest.ur), skip(rest.ug), skip(rest.ub);
-    skip(rest.bump), skip(rest.dry), skip(rest.oldR), skip(rest.oldG), skip(rest.oldB), skip(rest.alpha);
+    skip(rest.rd), skip(rest.gd), skip(rest.bd);
+    skip(rest.slope), skip(rest.height), skip(rest.oldR), skip(rest.oldG), skip(rest.oldB), skip(rest.alpha);
     skip(rest.outR), skip(rest.outG), skip(rest.outB);
     FinishRowScalar(rest);
+}
+}  // namespace
+
+KW_AVX2 void FinishRowAvx2(const FinishRowArgs& f) {
+    if (f.centred) FinishRowsAvx2<true>(f);
+    else FinishRowsAvx2<false>(f);
 }
 
 bool HaveAvx2Finish() {

@@ -14,7 +14,9 @@
 //    column without a division. Brush styles go through the single-pixel
 //    kernel.
 //  * Noise draws come in as one array for the row, NoiseDrawCount of them per
-//    pixel in pixel order, exactly as the single-pixel kernel takes them.
+//    pixel in pixel order, exactly as the single-pixel kernel takes them; a
+//    draw per channel may come already sorted into a row per channel
+//    (SpanDraws), which spares the loop sorting them itself.
 //  * The last pixel of every row goes through the single-pixel kernel itself,
 //    so that the kept values (DeliverState) end exactly as it leaves them.
 //  * The output rows may be the picture rows the settings read (in place).
@@ -38,10 +40,17 @@ namespace kwfill {
 struct FinishRowArgs {
     int n = 0;
     const int32_t *r = nullptr, *g = nullptr, *b = nullptr, *opacity = nullptr;
+    const double *rd = nullptr, *gd = nullptr, *bd = nullptr;  // the same colour as doubles, or null
     const double *ur = nullptr, *ug = nullptr, *ub = nullptr;  // a draw per channel
+    bool centred = false;  // the draws come as (u - 0.5) * 2^53
     double noiseR = 0, noiseG = 0;                              // the amount for red and blue, for green
-    const float* bump = nullptr;  // the paper's slope times 255
-    const float* dry = nullptr;   // what the paper's height takes off the opacity
+    // The paper under the row: the bump adds slope * 255 to each channel;
+    // drybrush takes (negative ? height : 255 - height) * fraction * strength
+    // off the opacity.
+    const float* slope = nullptr;
+    const uint8_t* height = nullptr;
+    bool negative = false;
+    float fraction = 0, strength = 0;
     const uint8_t *oldR = nullptr, *oldG = nullptr, *oldB = nullptr;
     const uint8_t* alpha = nullptr;  // null: every pixel lands whole
     uint8_t alphaOff = 255;
@@ -58,7 +67,17 @@ bool HaveAvx2Finish();
 struct RowScratch {
     std::vector<int32_t> r, g, b, opacity;
     std::vector<double> ur, ug, ub;
-    std::vector<float> bump, dry;
+    std::vector<float> slope;
+    std::vector<uint8_t> height;
+};
+
+// The noise draws of a span: NoiseDrawCount per pixel in pixel order (all),
+// or for a draw per channel one row per channel (channel[0..2]), there
+// possibly centred: (u - 0.5) * 2^53, which gives u - 0.5 back exactly.
+struct SpanDraws {
+    const double* all = nullptr;
+    const double* channel[3] = {nullptr, nullptr, nullptr};
+    bool centred = false;
 };
 
 struct FillPlan {
@@ -74,12 +93,11 @@ struct FillPlan {
     // The gradients: the opacity each gradient alpha gives, and the positions.
     int opacityOfGa[256] = {};
     std::vector<int32_t> columnR, columnG, columnB, columnOpacity;  // across: each column's step of the gradient
+    std::vector<double> columnD[3];  // the same as doubles, for noise per channel
     // Across at full opacity in every column: the finished bytes of every row.
     bool columnsOpaque = false;
     std::vector<uint8_t> columnBytes[3];
     std::vector<float> columnOffset;  // ellipse: the scaled distance of each column from the centre
-    // Drybrush: what the paper's height takes off the opacity, by the height byte.
-    float dryTerm[256] = {};
     // The finishing steps: AVX2 where the processor has it and the opacity
     // cannot leave 0..255, the plain form otherwise.
     FinishRowFn finish = FinishRowScalar;
@@ -136,16 +154,17 @@ inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int 
     if (plan.byTable) detail::PlanPlainColour(s, colour, plan);
     for (int ga = 0; ga < 256; ++ga)
         plan.opacityOfGa[ga] = ga == 255 ? s.opacity : detail::RoundF(static_cast<float>(s.opacity * ga) / 255.0f);
-    for (int p = 0; p < 256; ++p)
-        plan.dryTerm[p] = static_cast<float>(s.negative ? p : 255 - p) * s.opacityFraction * s.strength;
     const int n = x1 > x0 ? x1 - x0 : 0;
+    // Drybrush only ever takes opacity away when what it takes is never below 0.
     bool inRange = s.opacity >= 0 && s.opacity <= 255;
-    for (float t : plan.dryTerm) inRange = inRange && !(t < 0);
+    for (int p = 0; p < 256; ++p)
+        inRange = inRange && !(static_cast<float>(s.negative ? p : 255 - p) * s.opacityFraction * s.strength < 0);
     plan.finish = inRange && HaveAvx2Finish() ? FinishRowAvx2 : FinishRowScalar;
     RowScratch& w = plan.scratch;
     for (auto* v : {&w.r, &w.g, &w.b, &w.opacity}) v->resize(static_cast<size_t>(n));
     for (auto* v : {&w.ur, &w.ug, &w.ub}) v->resize(static_cast<size_t>(n));
-    for (auto* v : {&w.bump, &w.dry}) v->resize(static_cast<size_t>(n));
+    w.slope.resize(static_cast<size_t>(n));
+    w.height.resize(static_cast<size_t>(n));
     if (s.style == FillStyle::Horizontal || s.style == FillStyle::FitHorizontal) {
         const float scale = 255.0f / detail::SpanOrFloor(X2 - X1, 0.01f);
         for (int i = 0; i < n; ++i) {
@@ -155,6 +174,11 @@ inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int 
             plan.columnB.push_back(s.gradB[p]);
             plan.columnOpacity.push_back(plan.opacityOfGa[s.gradA[p]]);
         }
+        if (s.noiseAmount > 0 && s.noisePerChannel)
+            for (const auto& [to, from] : {std::pair{&plan.columnD[0], &plan.columnR},
+                                           std::pair{&plan.columnD[1], &plan.columnG},
+                                           std::pair{&plan.columnD[2], &plan.columnB}})
+                to->assign(from->begin(), from->end());
         plan.columnsOpaque = std::all_of(plan.columnOpacity.begin(), plan.columnOpacity.end(), [](int32_t o) { return o == 255; });
         if (plan.columnsOpaque)
             for (const auto& [bytes, from] : {std::pair{&plan.columnBytes[0], &plan.columnR},
@@ -289,21 +313,45 @@ inline void ModeRow(const DeliverSettings& s, const FillPlan& plan, size_t rowAt
     }
 }
 
-// The paper's inputs of the row from column `first`, wrapping at the paper's width.
-inline void PaperRow(const DeliverSettings& s, const FillPlan& plan, int y, int first, int n) {
-    RowScratch& w = plan.scratch;
+// A paper at least this wide is read in place, a run per repeat; a narrower
+// one is laid out along the row first, so that the runs stay long.
+constexpr int PaperReadInPlace = 64;
+
+// The finishing steps over the row, in runs that each read one stretch of the
+// paper row (y's) from column `first` on, wrapping at the paper's width.
+inline void FinishOverPaper(const DeliverSettings& s, const FillPlan& plan, FinishRowArgs f, int y, int first) {
     const size_t row = static_cast<size_t>(y % s.paperH) * s.paperStride;
-    const float* paperF = s.paperF + row;
-    const uint8_t* paperB = s.paperB + row;
-    float* __restrict bump = w.bump.data();
-    float* __restrict dry = w.dry.data();
+    const float* slope = s.paperF + row;
+    const uint8_t* height = s.paperB + row;
+    const int n = f.n;
     int u = first % s.paperW;
+    if (s.paperW < PaperReadInPlace) {
+        RowScratch& w = plan.scratch;
+        for (int i = 0; i < n;) {
+            const int run = std::min(n - i, s.paperW - u);
+            std::memcpy(w.slope.data() + i, slope + u, static_cast<size_t>(run) * sizeof(float));
+            std::memcpy(w.height.data() + i, height + u, static_cast<size_t>(run));
+            i += run;
+            u = 0;
+        }
+        if (s.bump) f.slope = w.slope.data();
+        if (s.dry) f.height = w.height.data();
+        plan.finish(f);
+        return;
+    }
+    const FinishRowArgs whole = f;
     for (int i = 0; i < n;) {
         const int run = std::min(n - i, s.paperW - u);
-        if (s.bump)
-            for (int k = 0; k < run; ++k) bump[i + k] = paperF[u + k] * 255.0f;
-        if (s.dry)
-            for (int k = 0; k < run; ++k) dry[i + k] = plan.dryTerm[paperB[u + k]];
+        auto at = [i](auto* p) { return p ? p + i : p; };
+        f.n = run;
+        f.r = at(whole.r), f.g = at(whole.g), f.b = at(whole.b), f.opacity = at(whole.opacity);
+        f.rd = at(whole.rd), f.gd = at(whole.gd), f.bd = at(whole.bd);
+        f.ur = at(whole.ur), f.ug = at(whole.ug), f.ub = at(whole.ub);
+        f.oldR = at(whole.oldR), f.oldG = at(whole.oldG), f.oldB = at(whole.oldB), f.alpha = at(whole.alpha);
+        f.outR = at(whole.outR), f.outG = at(whole.outG), f.outB = at(whole.outB);
+        f.slope = s.bump ? slope + u : nullptr;
+        f.height = s.dry ? height + u : nullptr;
+        plan.finish(f);
         i += run;
         u = 0;
     }
@@ -314,6 +362,7 @@ inline void PaperRow(const DeliverSettings& s, const FillPlan& plan, int y, int 
 inline void NoiseRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, int n) {
     RowScratch& w = plan.scratch;
     if (NoiseDrawCount(s) == 3) {
+        if (!draws) return;  // sorted already
         double* __restrict ur = w.ur.data();
         double* __restrict ug = w.ug.data();
         double* __restrict ub = w.ub.data();
@@ -338,7 +387,7 @@ inline void NoiseRow(const DeliverSettings& s, const FillPlan& plan, const doubl
 // row, then the finishing steps (noise per channel, bump, drybrush, opacity,
 // alpha) over the whole row at once.
 template <unsigned Steps>
-inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, uint32_t colour, int y,
+inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const SpanDraws& draws, uint32_t colour, int y,
                        int first, int n, int Y1, int Y2, uint8_t* out[3]) {
     using kwmode::FillStyle;
     const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(first);
@@ -362,8 +411,8 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const dou
         for (int c = 0; c < 3; ++c) std::memcpy(out[c], plan.columnBytes[c].data() + k, static_cast<size_t>(n));
         return;
     }
-    if (noise) NoiseRow(s, plan, draws, n);
-    if (paper) PaperRow(s, plan, y, first, n);
+    const bool sorted = noise && NoiseDrawCount(s) == 3 && draws.channel[0];
+    if (noise) NoiseRow(s, plan, sorted ? nullptr : draws.all, n);
     const RowScratch& w = plan.scratch;
     FinishRowArgs f;
     f.n = n;
@@ -371,19 +420,28 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const dou
     if (columns) {
         f.r = plan.columnR.data() + k, f.g = plan.columnG.data() + k, f.b = plan.columnB.data() + k;
         f.opacity = plan.columnOpacity.data() + k;
+        if (!plan.columnD[0].empty())
+            f.rd = plan.columnD[0].data() + k, f.gd = plan.columnD[1].data() + k, f.bd = plan.columnD[2].data() + k;
     }
     if (noise && NoiseDrawCount(s) == 3) {
         f.ur = w.ur.data(), f.ug = w.ug.data(), f.ub = w.ub.data();
+        if (sorted) {
+            f.ur = draws.channel[0], f.ug = draws.channel[1], f.ub = draws.channel[2];
+            f.centred = draws.centred;
+        }
         f.noiseR = s.noiseAmount;
         f.noiseG = f.noiseR * 1.1;
     }
-    if (paper && s.bump) f.bump = w.bump.data();
-    if (paper && s.dry) f.dry = w.dry.data();
     f.oldR = s.r + rowAt, f.oldG = s.g + rowAt, f.oldB = s.b + rowAt;
     if (masked) f.alpha = s.a + rowAt;
     f.alphaOff = s.alphaOff;
     f.outR = out[0], f.outG = out[1], f.outB = out[2];
-    plan.finish(f);
+    if (!paper) {
+        plan.finish(f);
+        return;
+    }
+    f.negative = s.negative, f.fraction = s.opacityFraction, f.strength = s.strength;
+    FinishOverPaper(s, plan, f, y, first);
 }
 }  // namespace detail
 
@@ -392,7 +450,7 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const dou
 // span's noise draws. All but the last pixel go a row at a time; the last
 // through the pixel kernel, which leaves the kept values as the span would.
 template <unsigned Steps>
-inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const double* draws,
+inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const SpanDraws& draws,
                         uint32_t colour, int y, int first, int n, int X1, int Y1, int X2, int Y2, uint8_t* outR,
                         uint8_t* outG, uint8_t* outB) {
     using kwmode::FillStyle;
@@ -410,7 +468,9 @@ inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverS
     const int per = (Steps & DpNoise) ? NoiseDrawCount(s) : 0;
     for (int i = quick; i < n; ++i) {
         NoiseDraws d;
-        for (int k = 0; k < per; ++k) d.u[k] = draws[static_cast<size_t>(i) * per + k];
+        for (int k = 0; k < per; ++k)
+            d.u[k] = draws.all ? draws.all[static_cast<size_t>(i) * per + k]
+                               : (draws.centred ? draws.channel[k][i] * 0x1.0p-53 + 0.5 : draws.channel[k][i]);
         const uint32_t v = DeliverPixelIn<Steps>(s, st, d, colour, first + i, y, X1, Y1, X2, Y2);
         out[0][i] = static_cast<uint8_t>(v);
         out[1][i] = static_cast<uint8_t>(v >> 8);
@@ -418,9 +478,19 @@ inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverS
     }
 }
 
-// The plan's columns plan.x0..plan.x1 - 1 of row y.
+// The same with the span's draws in one array, NoiseDrawCount per pixel.
 template <unsigned Steps>
-inline void DeliverRow(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const double* draws,
+inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const double* draws,
+                        uint32_t colour, int y, int first, int n, int X1, int Y1, int X2, int Y2, uint8_t* outR,
+                        uint8_t* outG, uint8_t* outB) {
+    SpanDraws d;
+    d.all = draws;
+    DeliverSpan<Steps>(s, plan, st, d, colour, y, first, n, X1, Y1, X2, Y2, outR, outG, outB);
+}
+
+// The plan's columns plan.x0..plan.x1 - 1 of row y.
+template <unsigned Steps, typename Draws>
+inline void DeliverRow(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const Draws& draws,
                        uint32_t colour, int y, int X1, int Y1, int X2, int Y2, uint8_t* outR, uint8_t* outG,
                        uint8_t* outB) {
     DeliverSpan<Steps>(s, plan, st, draws, colour, y, plan.x0, plan.x1 - plan.x0, X1, Y1, X2, Y2, outR, outG, outB);

@@ -23,32 +23,48 @@ using State = std::array<uint64_t, 4>;
 
 void Step(State& s) { StepRandomState(s.data()); }
 
-// The states `steps` steps on from each one-bit state: the columns of the matrix.
+// The states `steps` steps on from each one-bit state are the columns of the
+// matrix; they are kept as tables by nibble: entry [j][v] is the xor of the
+// columns of the bits of v in the state's nibble j, so that a jump is 64
+// lookups instead of 256 masked columns.
 struct Jump {
     size_t steps = 0;
-    std::array<State, 256> column{};
+    std::array<std::array<State, 16>, 64> nibble{};
 };
 
+// The last two jumps made are kept, so that rows of two lengths drawn in turn
+// (a shape's spans, rows of one and of three draws a pixel) do not remake them.
 const Jump& JumpOf(size_t steps) {
-    static Jump jump;
-    if (jump.steps == steps) return jump;
+    static Jump kept[2];
+    static size_t older = 0;
+    for (const Jump& j : kept)
+        if (j.steps == steps) return j;
+    Jump& jump = kept[older];
+    older ^= 1;
+    std::array<State, 256> column{};
     for (int j = 0; j < 256; ++j) {
         State s{};
         s[static_cast<size_t>(j / 64)] = uint64_t{1} << (j % 64);
         for (size_t k = 0; k < steps; ++k) Step(s);
-        jump.column[static_cast<size_t>(j)] = s;
+        column[static_cast<size_t>(j)] = s;
     }
+    for (size_t j = 0; j < 64; ++j)
+        for (size_t v = 1; v < 16; ++v) {
+            // v with its lowest bit taken away is already in the table.
+            const size_t low = v & (~v + 1), bit = low == 1 ? 0 : (low == 2 ? 1 : (low == 4 ? 2 : 3));
+            const State& rest = jump.nibble[j][v & ~low];
+            const State& c = column[4 * j + bit];
+            for (size_t w = 0; w < 4; ++w) jump.nibble[j][v][w] = rest[w] ^ c[w];
+        }
     jump.steps = steps;
     return jump;
 }
 
 State Ahead(const Jump& jump, const State& s) {
     State out{};
-    for (int j = 0; j < 256; ++j) {
-        // Without a branch: the bits are random, so a test would guess wrong half the time.
-        const uint64_t mask = uint64_t{0} - ((s[static_cast<size_t>(j / 64)] >> (j % 64)) & 1);
-        const State& c = jump.column[static_cast<size_t>(j)];
-        for (size_t w = 0; w < 4; ++w) out[w] ^= c[w] & mask;
+    for (size_t j = 0; j < 64; ++j) {
+        const State& c = jump.nibble[j][(s[j / 16] >> (4 * (j % 16))) & 15];
+        for (size_t w = 0; w < 4; ++w) out[w] ^= c[w];
     }
     return out;
 }
@@ -61,15 +77,15 @@ double Draw(State& s) {
 
 #if defined(KW_X86)
 #define KW_AVX2 __attribute__((target("avx2")))
-// An integer below 2^52 as a double: its bits under the exponent of 2^52, less 2^52.
-KW_AVX2 inline __m256d Small(__m256i v) {
-    const __m256i magic = _mm256_set1_epi64x(0x4330000000000000);
-    return _mm256_sub_pd(_mm256_castsi256_pd(_mm256_or_si256(v, magic)), _mm256_set1_pd(0x1.0p52));
-}
-
-// One step of the four lanes: their next draws as doubles.
+// One step of the four lanes: their next draws as doubles. The draw is the
+// sum's top 53 bits m over 2^53. m under the exponent of 2^52 (whose lowest
+// bit is m's top bit already) reads 2^52 + m's low 52 bits: less 2^52 where
+// m's top bit, the sum's sign, is clear, it is m, exactly. Centred, the
+// draw less a half times 2^53 is m - 2^52: 2^52 less where the top bit is set,
+// 2^53 where it is clear.
+template <bool Centred = false>
 KW_AVX2 inline __m256d LaneStep(__m256i (&s)[4]) {
-    const __m256i v = _mm256_srli_epi64(_mm256_add_epi64(s[0], s[3]), 11);
+    const __m256i sum = _mm256_add_epi64(s[0], s[3]);
     const __m256i t = _mm256_slli_epi64(s[1], 17);
     s[2] = _mm256_xor_si256(s[2], s[0]);
     s[3] = _mm256_xor_si256(s[3], s[1]);
@@ -77,39 +93,81 @@ KW_AVX2 inline __m256d LaneStep(__m256i (&s)[4]) {
     s[0] = _mm256_xor_si256(s[0], s[3]);
     s[2] = _mm256_xor_si256(s[2], t);
     s[3] = _mm256_or_si256(_mm256_slli_epi64(s[3], 45), _mm256_srli_epi64(s[3], 19));
-    // 53 bits as 27 high and 26 low, each exact, so the sum is exact too.
-    const __m256i low26 = _mm256_set1_epi64x((1 << 26) - 1);
-    const __m256d hi = Small(_mm256_srli_epi64(v, 26)), lo = Small(_mm256_and_si256(v, low26));
-    return _mm256_mul_pd(_mm256_add_pd(_mm256_mul_pd(hi, _mm256_set1_pd(0x1.0p26)), lo), _mm256_set1_pd(0x1.0p-53));
+    const __m256i exponent = _mm256_set1_epi64x(0x4330000000000000);
+    const __m256d m = _mm256_castsi256_pd(_mm256_or_si256(_mm256_srli_epi64(sum, 11), exponent));
+    if constexpr (Centred) {
+        const __m256d less = _mm256_blendv_pd(_mm256_set1_pd(0x1.0p53), _mm256_set1_pd(0x1.0p52), _mm256_castsi256_pd(sum));
+        return _mm256_sub_pd(m, less);
+    }
+    const __m256d less = _mm256_blendv_pd(_mm256_set1_pd(0x1.0p52), _mm256_setzero_pd(), _mm256_castsi256_pd(sum));
+    return _mm256_mul_pd(_mm256_sub_pd(m, less), _mm256_set1_pd(0x1.0p-53));
+}
+
+KW_AVX2 inline void LoadLanes(const State (&lane)[4], __m256i (&s)[4]) {
+    for (int w = 0; w < 4; ++w)
+        s[w] = _mm256_set_epi64x(static_cast<long long>(lane[3][w]), static_cast<long long>(lane[2][w]),
+                                 static_cast<long long>(lane[1][w]), static_cast<long long>(lane[0][w]));
+}
+KW_AVX2 inline void StoreLanes(const __m256i (&s)[4], State (&lane)[4]) {
+    alignas(32) uint64_t back[4][4];
+    for (int w = 0; w < 4; ++w) _mm256_store_si256(reinterpret_cast<__m256i*>(back[w]), s[w]);
+    for (int l = 0; l < 4; ++l)
+        for (int w = 0; w < 4; ++w) lane[l][static_cast<size_t>(w)] = back[w][l];
+}
+// Four steps of four lanes turned so that each lane's four draws are one vector.
+KW_AVX2 inline void Turn(__m256d a, __m256d b, __m256d c, __m256d d, __m256d (&lane)[4]) {
+    const __m256d ab0 = _mm256_unpacklo_pd(a, b), ab1 = _mm256_unpackhi_pd(a, b);
+    const __m256d cd0 = _mm256_unpacklo_pd(c, d), cd1 = _mm256_unpackhi_pd(c, d);
+    lane[0] = _mm256_permute2f128_pd(ab0, cd0, 0x20);
+    lane[1] = _mm256_permute2f128_pd(ab1, cd1, 0x20);
+    lane[2] = _mm256_permute2f128_pd(ab0, cd0, 0x31);
+    lane[3] = _mm256_permute2f128_pd(ab1, cd1, 0x31);
 }
 
 // count draws of each of the four lanes into out + lane * stride.
 KW_AVX2 void FourLanes(State (&lane)[4], double* out, size_t stride, size_t count) {
     __m256i s[4];
-    for (int w = 0; w < 4; ++w)
-        s[w] = _mm256_set_epi64x(static_cast<long long>(lane[3][w]), static_cast<long long>(lane[2][w]),
-                                 static_cast<long long>(lane[1][w]), static_cast<long long>(lane[0][w]));
+    LoadLanes(lane, s);
     double* const to[4] = {out, out + stride, out + 2 * stride, out + 3 * stride};
     size_t i = 0;
-    // Four steps, then turned so that each lane's four draws go out in one store.
     for (; i + 4 <= count; i += 4) {
         const __m256d a = LaneStep(s), b = LaneStep(s), c = LaneStep(s), d = LaneStep(s);
-        const __m256d ab0 = _mm256_unpacklo_pd(a, b), ab1 = _mm256_unpackhi_pd(a, b);
-        const __m256d cd0 = _mm256_unpacklo_pd(c, d), cd1 = _mm256_unpackhi_pd(c, d);
-        _mm256_storeu_pd(to[0] + i, _mm256_permute2f128_pd(ab0, cd0, 0x20));
-        _mm256_storeu_pd(to[1] + i, _mm256_permute2f128_pd(ab1, cd1, 0x20));
-        _mm256_storeu_pd(to[2] + i, _mm256_permute2f128_pd(ab0, cd0, 0x31));
-        _mm256_storeu_pd(to[3] + i, _mm256_permute2f128_pd(ab1, cd1, 0x31));
+        __m256d v[4];
+        Turn(a, b, c, d, v);
+        for (int l = 0; l < 4; ++l) _mm256_storeu_pd(to[l] + i, v[l]);
     }
     alignas(32) double d[4];
     for (; i < count; ++i) {
         _mm256_store_pd(d, LaneStep(s));
         for (int l = 0; l < 4; ++l) to[l][i] = d[l];
     }
-    alignas(32) uint64_t back[4][4];
-    for (int w = 0; w < 4; ++w) _mm256_store_si256(reinterpret_cast<__m256i*>(back[w]), s[w]);
-    for (int l = 0; l < 4; ++l)
-        for (int w = 0; w < 4; ++w) lane[l][static_cast<size_t>(w)] = back[w][l];
+    StoreLanes(s, lane);
+}
+
+// count pixels of three draws each, of each of the four lanes, sorted by
+// channel into ch[c] + lane * stride: twelve steps are four pixels of every
+// lane, and each channel's four steps turn like FourLanes' four.
+template <bool Centred>
+KW_AVX2 void FourLanesChannels(State (&lane)[4], double* const (&ch)[3], size_t stride, size_t count) {
+    __m256i s[4];
+    LoadLanes(lane, s);
+    size_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        __m256d step[12];
+        for (__m256d& v : step) v = LaneStep<Centred>(s);
+        for (size_t c = 0; c < 3; ++c) {
+            __m256d v[4];
+            Turn(step[c], step[c + 3], step[c + 6], step[c + 9], v);
+            for (size_t l = 0; l < 4; ++l) _mm256_storeu_pd(ch[c] + l * stride + i, v[l]);
+        }
+    }
+    alignas(32) double d[4];
+    for (; i < count; ++i)
+        for (size_t c = 0; c < 3; ++c) {
+            _mm256_store_pd(d, LaneStep<Centred>(s));
+            for (size_t l = 0; l < 4; ++l) ch[c][l * stride + i] = d[l];
+        }
+    StoreLanes(s, lane);
 }
 
 bool HaveAvx2() {
@@ -121,10 +179,15 @@ bool HaveAvx2() {
 // Below this many draws the quarters are not worth their starting states.
 constexpr size_t MinLaneDraws = 256;
 
+State Current() { return State{Random.s[0], Random.s[1], Random.s[2], Random.s[3]}; }
+void Keep(const State& s) {
+    for (size_t w = 0; w < 4; ++w) Random.s[w] = s[w];
+}
+
 }  // namespace
 
 void RndRow(double* out, size_t count, bool vector) {
-    State s{Random.s[0], Random.s[1], Random.s[2], Random.s[3]};
+    State s = Current();
 #if defined(KW_X86)
     if (vector && count >= MinLaneDraws && HaveAvx2()) {
         // Quarters of k draws; the last one ends at count.
@@ -135,13 +198,55 @@ void RndRow(double* out, size_t count, bool vector) {
         FourLanes(lane, out, k, last);
         for (int l = 0; l < 3; ++l)
             for (size_t i = last; i < k; ++i) out[static_cast<size_t>(l) * k + i] = Draw(lane[l]);
-        for (size_t w = 0; w < 4; ++w) Random.s[w] = lane[3][w];
+        Keep(lane[3]);
         return;
     }
 #endif
     (void)vector;
     for (size_t i = 0; i < count; ++i) out[i] = Draw(s);
-    for (size_t w = 0; w < 4; ++w) Random.s[w] = s[w];
+    Keep(s);
+}
+
+namespace {
+// (Rnd() - 0.5) * 2^53, exactly: the top 53 bits less 2^52.
+double CentredDraw(State& s) {
+    const uint64_t result = s[0] + s[3];
+    Step(s);
+    return static_cast<double>(static_cast<int64_t>(result >> 11) - (int64_t{1} << 52));
+}
+
+template <bool Centred>
+void RowChannels(double* const (&ch)[3], size_t pixels, bool vector) {
+    State s = Current();
+    auto draw = [](State& st) { return Centred ? CentredDraw(st) : Draw(st); };
+#if defined(KW_X86)
+    if (vector && 3 * pixels >= MinLaneDraws && HaveAvx2()) {
+        // Quarters of k pixels; the last one ends at pixels.
+        const size_t k = (pixels + 3) / 4, last = pixels - 3 * k;
+        const Jump& jump = JumpOf(3 * k);
+        State lane[4] = {s, {}, {}, {}};
+        for (int l = 1; l < 4; ++l) lane[l] = Ahead(jump, lane[l - 1]);
+        FourLanesChannels<Centred>(lane, ch, k, last);
+        for (size_t l = 0; l < 3; ++l)
+            for (size_t i = last; i < k; ++i)
+                for (double* c : ch) c[l * k + i] = draw(lane[l]);
+        Keep(lane[3]);
+        return;
+    }
+#endif
+    (void)vector;
+    for (size_t i = 0; i < pixels; ++i)
+        for (double* c : ch) c[i] = draw(s);
+    Keep(s);
+}
+}  // namespace
+
+void RndRowChannels(double* first, double* second, double* third, size_t pixels, bool vector) {
+    RowChannels<false>({first, second, third}, pixels, vector);
+}
+
+void RndRowChannelsCentred(double* first, double* second, double* third, size_t pixels, bool vector) {
+    RowChannels<true>({first, second, third}, pixels, vector);
 }
 
 }  // namespace vb

@@ -76,6 +76,12 @@ void Randomize(uint32_t seed);
 // state left behind; long rows are drawn in four lanes at once where the
 // processor can (vector = false keeps to one at a time).
 void RndRow(double* out, size_t count, bool vector = true);
+// pixels times three draws of Rnd, sorted by channel: first[i], second[i] and
+// third[i] are the draws 3i, 3i + 1 and 3i + 2, the state left as after them.
+void RndRowChannels(double* first, double* second, double* third, size_t pixels, bool vector = true);
+// The same draws centred: (Rnd() - 0.5) * 2^53, whole numbers in
+// [-2^52, 2^52), each exact, so that the draw less a half is one multiply away.
+void RndRowChannelsCentred(double* first, double* second, double* third, size_t pixels, bool vector = true);
 
 // Packed colour: red in bits 0..7, green 8..15, blue 16..23.
 constexpr uint32_t RGB(int r, int g, int b) {

@@ -186,4 +186,41 @@ TEST_F(DeliverPixelTest, WholeBufferFillAgreesWithThePixelAtATime) {
         EXPECT_EQ(got, want) << "style " << int(style);
     }
 }
+
+TEST_F(DeliverPixelTest, WholeBufferFillWithNoiseDrawsWhatThePixelAtATimeDraws) {
+    // A picture wide enough that a row's draws come in four lanes, over the
+    // stock paper (read in place, a run per repeat): with a draw per channel
+    // (sorted by channel as they are drawn) and one draw a pixel, the fill
+    // gives the single-pixel entry's pixels and leaves the generator where the
+    // single draws leave it.
+    constexpr int WW = 347, HH = 3;
+    for (int perChannel : {1, 0})
+        for (int opacity : {255, 128})
+            for (uint8_t alphaOff : {255, 0}) {
+                MakeTestDocument(WW, HH);
+                std::mt19937 rng(5);
+                for (Plane* p : {&BufR, &BufG, &BufB, &BufA}) FillRandom(*p, rng);
+                App.FillStyle = FillStyle::Horizontal;
+                App.NoiseAmount = 40;
+                App.NoiseMode = static_cast<uint8_t>(perChannel);
+                App.AlphaOff = alphaOff;
+                BumpinessOn = DrybrushOn = 1;
+                SetOpacity(opacity, opacity / 255.0f);
+                const uint32_t colour = vb::RGB(40, 150, 230);
+                vb::Randomize(17);
+                DeliverRun run = DeliverBegin();
+                std::vector<uint32_t> want, got;
+                for (int y = 0; y < HH; ++y)
+                    for (int x = 0; x < WW; ++x)
+                        want.push_back(DeliverPixel(run.settings, run.state, colour, x, y, 0, 0, WW - 1, HH - 1));
+                const double next = vb::Rnd();
+                vb::Randomize(17);
+                DeliverFill(colour);
+                for (int y = 0; y < HH; ++y)
+                    for (int x = 0; x < WW; ++x) got.push_back(PixelAt(x, y));
+                EXPECT_EQ(got, want) << "per channel " << perChannel << " opacity " << opacity << " alphaOff "
+                                     << int(alphaOff);
+                EXPECT_EQ(vb::Rnd(), next) << "per channel " << perChannel;
+            }
+}
 }  // namespace

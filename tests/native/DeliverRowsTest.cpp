@@ -2,9 +2,11 @@
 // and the same kept values for every style, mode, noise, paper and alpha
 // setting at the opacities where rounding turns, over spans that start and
 // end at every kind of column (vector blocks and their remainders), with the
-// finishing steps in their plain form and in the AVX2 form.
+// finishing steps in their plain form and in the AVX2 form, and with a draw
+// per channel handed over in one array or sorted into a row per channel.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 #include <sstream>
 #include <vector>
@@ -19,6 +21,9 @@ using kwmode::FillStyle;
 using Bytes = std::vector<uint8_t>;
 
 constexpr int W = 37, H = 4, PW = 7, PH = 3, BW = 5, BH = 4;
+// A picture over a paper wide enough to be read in place, a run per repeat,
+// with rows of several repeats and of several vector blocks of sixteen.
+constexpr int WideW = 203, WidePW = 70;
 
 Bytes RandomBytes(size_t n, std::mt19937& rng) {
     Bytes v(n);
@@ -27,16 +32,17 @@ Bytes RandomBytes(size_t n, std::mt19937& rng) {
 }
 
 struct Scene {
+    int w, pw;
     Bytes r, g, b, a, sr, sg, sb, grad[4], brush[3], paperB, table;
     std::vector<float> paperF;
-    Scene() {
+    explicit Scene(int width = W, int paperWidth = PW) : w(width), pw(paperWidth) {
         std::mt19937 rng(11);
-        for (Bytes* p : {&r, &g, &b, &a, &sr, &sg, &sb}) *p = RandomBytes((W + 1) * (H + 1), rng);
+        for (Bytes* p : {&r, &g, &b, &a, &sr, &sg, &sb}) *p = RandomBytes(static_cast<size_t>((w + 1) * (H + 1)), rng);
         for (int x = 0; x < 6; ++x) a[static_cast<size_t>(x)] = x % 2 ? 255 : 0;  // hidden and open pixels
         for (Bytes& p : grad) p = RandomBytes(256, rng);
         for (int s = 0; s < 256; s += 2) grad[3][static_cast<size_t>(s)] = 255;
         for (Bytes& p : brush) p = RandomBytes((BW + 1) * (BH + 1), rng);
-        paperB = RandomBytes((PW + 1) * (PH + 1), rng);
+        paperB = RandomBytes(static_cast<size_t>((pw + 1) * (PH + 1)), rng);
         std::uniform_real_distribution<float> slope(-0.2f, 0.2f);
         for (size_t i = 0; i < paperB.size(); ++i) paperF.push_back(slope(rng));
         table = RandomBytes(65536, rng);
@@ -44,26 +50,36 @@ struct Scene {
     DeliverSettings Settings() const {
         DeliverSettings s;
         s.gradR = grad[0].data(), s.gradG = grad[1].data(), s.gradB = grad[2].data(), s.gradA = grad[3].data();
-        s.paperB = paperB.data(), s.paperF = paperF.data(), s.paperStride = PW + 1, s.paperW = PW, s.paperH = PH;
+        s.paperB = paperB.data(), s.paperF = paperF.data(), s.paperStride = static_cast<size_t>(pw + 1);
+        s.paperW = pw, s.paperH = PH;
         s.brushR = brush[0].data(), s.brushG = brush[1].data(), s.brushB = brush[2].data();
         s.brushStride = BW + 1, s.brushW = BW, s.brushH = BH;
         s.r = r.data(), s.g = g.data(), s.b = b.data(), s.a = a.data();
         s.sr = sr.data(), s.sg = sg.data(), s.sb = sb.data();
-        s.stride = W + 1;
+        s.stride = static_cast<size_t>(w + 1);
         s.strength = 1.1f;
         return s;
     }
 };
 
-// The draws of one pixel, spread over [0, 1) and different per channel.
-double Draw(int x, int y, int k) { return ((x * 7 + y * 13 + k * 5) % 16) / 16.0 + 0.01 * k; }
+// The draws of one pixel, spread over [0, 1) and different per channel, in
+// steps of 2^-53 as the generator's are (so that centred they are exact).
+double Draw(int x, int y, int k) {
+    return std::ldexp(std::floor(std::ldexp(((x * 7 + y * 13 + k * 5) % 16) / 16.0 + 0.01 * k, 53)), -53);
+}
 
 // Runs the span x0..x1 of every row through DeliverRow (in place on copies of
-// the planes) and through DeliverPixelIn pixel by pixel; compares pixels and state.
+// the planes) and through DeliverPixelIn pixel by pixel; compares pixels and
+// state. sorted hands a draw per channel over as a row per channel, centred
+// as (u - 0.5) * 2^53.
+enum class Sorted { No, Plain, Centred };
+// The finishing steps in their plain form and as the plan chooses them.
+const kwfill::FinishRowFn ScalarAndChosen[] = {kwfill::FinishRowScalar, nullptr};
 template <unsigned Steps>
 void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1, const std::string& name,
-                           kwfill::FinishRowFn finish = nullptr) {
+                           kwfill::FinishRowFn finish = nullptr, Sorted sorted = Sorted::No) {
     const uint32_t colour = 0x2A80D5;
+    const int W = scene.w;
     const int X1 = 2, Y1 = 0, X2 = W - 3, Y2 = H - 1;
     const DeliverState start{9, 99, 199, 3.0f, 7, 8};
     // The expected picture: the single-pixel kernel, reading the untouched planes.
@@ -84,14 +100,27 @@ void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1
     kwfill::FillPlan plan = kwfill::PlanFill(s, colour, X1, X2, x0, x1);
     if (finish) plan.finish = finish;
     DeliverState gotState = start;
-    std::vector<double> draws;
+    std::vector<double> draws, channel[3];
     for (int y = 0; y < H; ++y) {
         draws.clear();
+        for (auto& c : channel) c.clear();
         for (int x = x0; x < x1; ++x)
-            for (int k = 0; k < per; ++k) draws.push_back(Draw(x, y, k));
+            for (int k = 0; k < per; ++k) {
+                draws.push_back(Draw(x, y, k));
+                if (per == 3) channel[k].push_back(sorted == Sorted::Centred ? (Draw(x, y, k) - 0.5) * 0x1.0p53
+                                                                             : Draw(x, y, k));
+            }
         const size_t at = static_cast<size_t>(y) * (W + 1) + static_cast<size_t>(x0);
-        kwfill::DeliverRow<Steps>(s, plan, gotState, draws.data(), colour, y, X1, Y1, X2, Y2, got[0].data() + at,
-                                  got[1].data() + at, got[2].data() + at);
+        uint8_t* const out[3] = {got[0].data() + at, got[1].data() + at, got[2].data() + at};
+        if (sorted != Sorted::No && per == 3) {
+            kwfill::SpanDraws d;
+            d.centred = sorted == Sorted::Centred;
+            for (int k = 0; k < 3; ++k) d.channel[k] = channel[k].data();
+            kwfill::DeliverRow<Steps>(s, plan, gotState, d, colour, y, X1, Y1, X2, Y2, out[0], out[1], out[2]);
+        } else {
+            kwfill::DeliverRow<Steps>(s, plan, gotState, draws.data(), colour, y, X1, Y1, X2, Y2, out[0], out[1],
+                                      out[2]);
+        }
     }
     for (int k = 0; k < 3; ++k) ASSERT_EQ(got[k], want[k]) << name << " channel " << k;
     EXPECT_EQ(gotState.R, wantState.R) << name;
@@ -138,6 +167,54 @@ TEST(DeliverRows, EveryStyleModeNoisePaperAndAlphaGiveThePixelsOfTheSingleKernel
                                 ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str(),
                                                                      kwfill::FinishRowScalar);
                                 ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str());
+                                if (noise == 1)
+                                    for (Sorted sorted : {Sorted::Plain, Sorted::Centred})
+                                        for (kwfill::FinishRowFn finish : ScalarAndChosen)
+                                            ExpectRowsMatchPixels<kwfill::DpAll>(
+                                                scene, s, span[0], span[1],
+                                                name.str() + (sorted == Sorted::Centred ? " centred" : " sorted"),
+                                                finish, sorted);
+                                if (::testing::Test::HasFatalFailure()) return;
+                            }
+}
+
+// A paper wide enough to be read where it lies: rows that start inside a
+// repeat, cross one or several, and end inside a vector block, with every
+// paper step, noise and alpha; draws per channel in one array and sorted.
+TEST(DeliverRows, RowsOverAWidePaperGiveThePixelsOfTheSingleKernel) {
+    const Scene scene(WideW, WidePW);
+    const int papers[][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 1}, {0, 1, 0}, {1, 1, 0}};  // bump, dry, negative
+    const int spans[][2] = {{0, WideW}, {5, WideW - 1}, {65, 141}, {69, 72}, {140, 157}};
+    for (FillStyle style : {FillStyle::Colour, FillStyle::Horizontal, FillStyle::Vertical, FillStyle::Circular})
+        for (bool table : {false, true})
+            for (int opacity : {0, 1, 127, 128, 254, 255})
+                for (uint8_t alphaOff : {255, 0})
+                    for (const auto& paper : papers)
+                        for (int noise : {0, 1, 2})
+                            for (const auto& span : spans) {
+                                DeliverSettings s = scene.Settings();
+                                s.style = style;
+                                s.table = table ? scene.table.data() : nullptr;
+                                s.opacity = opacity;
+                                s.opacityFraction = opacity / 255.0f;
+                                s.alphaOff = alphaOff;
+                                s.bump = paper[0], s.dry = paper[1], s.negative = paper[2];
+                                s.noiseAmount = noise ? 50 : 0;
+                                s.noisePerChannel = noise == 1;
+                                std::ostringstream name;
+                                name << "wide style " << int(style) << " table " << table << " opacity " << opacity
+                                     << " alphaOff " << int(alphaOff) << " paper " << paper[0] << paper[1]
+                                     << paper[2] << " noise " << noise << " span " << span[0] << ".." << span[1];
+                                ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str(),
+                                                                     kwfill::FinishRowScalar);
+                                ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str());
+                                if (noise == 1)
+                                    for (Sorted sorted : {Sorted::Plain, Sorted::Centred})
+                                        for (kwfill::FinishRowFn finish : ScalarAndChosen)
+                                            ExpectRowsMatchPixels<kwfill::DpAll>(
+                                                scene, s, span[0], span[1],
+                                                name.str() + (sorted == Sorted::Centred ? " centred" : " sorted"),
+                                                finish, sorted);
                                 if (::testing::Test::HasFatalFailure()) return;
                             }
 }
