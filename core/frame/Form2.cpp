@@ -250,6 +250,7 @@ void Picture27_Paint() {
     int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
     if (BufR.empty() || W <= 0 || H <= 0) return;
     int pw = Picture27.Width, ph = Picture27.Height;
+    if (pw <= 0 || ph <= 0) return;
     Picture27.pixels.resize(static_cast<size_t>(pw) * static_cast<size_t>(ph));
     if (kwpaint::NearestThumbnail(Picture27.pixels.data(), pw, ph, BufR.data(), BufG.data(), BufB.data(), W, H,
                                   BufR.stride()))
