@@ -397,6 +397,56 @@ void DispMarquee(uint32_t* dest, int destStride, int destHeight, const uint8_t* 
     }
 }
 
+// The samples of a thumbnail lie a row of the picture apart at least and hit a
+// fresh cache line each, long since pushed out by the refresh of the view: the
+// walk is bound by memory latency, not by arithmetic. So the columns' offsets
+// are stepped once, without a division, and each row asks for the next row's
+// lines before it reads its own, so that the misses of two rows overlap.
+bool NearestThumbnail(uint32_t* thumb, int tw, int th, const uint8_t* R, const uint8_t* G, const uint8_t* B,
+                      int W, int H, ptrdiff_t planeStride) {
+    if (!thumb || !R || !G || !B || tw <= 0 || th <= 0 || W <= 0 || H <= 0) return false;
+    constexpr int kChunk = 256;
+    int32_t xs[kChunk];
+    uint32_t changed = 0;
+    auto rowStart = [&](int v) { return static_cast<ptrdiff_t>(int64_t{v} * H / th) * planeStride; };
+    for (int u0 = 0; u0 < tw; u0 += kChunk) {
+        const int n = std::min(kChunk, tw - u0);
+        // x = u * W / tw, stepped: the quotient and remainder of W / tw are
+        // added at each step and the remainder carried.
+        int64_t x = int64_t{u0} * W / tw, rem = int64_t{u0} * W % tw;
+        const int64_t qStep = W / tw, rStep = W % tw;
+        for (int i = 0; i < n; ++i) {
+            xs[i] = static_cast<int32_t>(x);
+            x += qStep;
+            rem += rStep;
+            if (rem >= tw) {
+                ++x;
+                rem -= tw;
+            }
+        }
+        ptrdiff_t row = rowStart(0);
+        for (int v = 0; v < th; ++v) {
+            const ptrdiff_t next = v + 1 < th ? rowStart(v + 1) : row;
+            if (v + 1 < th) {
+                for (int i = 0; i < n; ++i) {
+                    __builtin_prefetch(R + next + xs[i]);
+                    __builtin_prefetch(G + next + xs[i]);
+                    __builtin_prefetch(B + next + xs[i]);
+                }
+            }
+            const uint8_t *r = R + row, *g = G + row, *b = B + row;
+            uint32_t* out = thumb + ptrdiff_t{v} * tw + u0;
+            for (int i = 0; i < n; ++i) {
+                const uint32_t c = uint32_t{r[xs[i]]} | uint32_t{g[xs[i]]} << 8 | uint32_t{b[xs[i]]} << 16;
+                changed |= out[i] ^ c;
+                out[i] = c;
+            }
+            row = next;
+        }
+    }
+    return changed != 0;
+}
+
 // Above this size a copy streams its stores past the cache: a whole plane (an
 // undo snapshot) would only push the picture out of it, and skipping the read
 // for ownership of every destination line saves a third of the traffic.

@@ -98,6 +98,15 @@ void RefreshFromBuffs15(uint16_t* dest, int left, int top, int right, int bottom
 void DispMarquee(uint32_t* dest, int destStride, int destHeight, const uint8_t* marquee, int W, int H,
                  int zoomPercent, int phase, int orgX = 0, int orgY = 0);
 
+// ---- Thumbnail: a tw x th picture of the whole W x H picture, nearest pixel.
+// thumb[u + v * tw] shows pixel (u * W / tw, v * H / th) (integer division with
+// 64-bit intermediates) as a colour value, red in the low byte:
+// r | g << 8 | b << 16. planeStride is the planes' row stride in bytes (W + 1
+// for planes of the picture's own size). Returns whether any thumbnail pixel
+// took another value, so that the caller repaints its view only then.
+bool NearestThumbnail(uint32_t* thumb, int tw, int th, const uint8_t* R, const uint8_t* G, const uint8_t* B,
+                      int W, int H, ptrdiff_t planeStride);
+
 // memcpy; the areas must not overlap. A zero count touches nothing.
 void Kel_CopyMem(const void* source, void* destination, size_t byteCount);
 

@@ -14,6 +14,7 @@
 #include "core/frame/MDIForm1.h"
 #include "core/document/Undo.h"
 #include "core/framework/vb.h"
+#include "native/kwpaint.h"
 
 namespace Form2 {
 Form form("Form2", "Tools");
@@ -244,18 +245,16 @@ void AfterRedisplay() {
 }
 
 void Picture27_Paint() {
-    // A small picture of the whole document, nearest pixel.
+    // A small picture of the whole document, nearest pixel; its view repaints
+    // only when a pixel of it changed (a scroll or zoom leaves it as it was).
     int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
     if (BufR.empty() || W <= 0 || H <= 0) return;
     int pw = Picture27.Width, ph = Picture27.Height;
-    for (int v = 0; v < ph; ++v) {
-        int y = static_cast<int>(static_cast<long long>(v) * H / ph);
-        for (int u = 0; u < pw; ++u) {
-            int x = static_cast<int>(static_cast<long long>(u) * W / pw);
-            Picture27.pixels[static_cast<size_t>(v * pw + u)] = vb::RGB(BufR(x, y), BufG(x, y), BufB(x, y));
-        }
-    }
-    Picture27.Refresh();
+    if (pw <= 0 || ph <= 0) return;
+    Picture27.pixels.resize(static_cast<size_t>(pw) * static_cast<size_t>(ph));
+    if (kwpaint::NearestThumbnail(Picture27.pixels.data(), pw, ph, BufR.data(), BufG.data(), BufB.data(), W, H,
+                                  BufR.stride()))
+        Picture27.Refresh();
 }
 }  // namespace Form2
 

@@ -223,3 +223,41 @@ TEST_F(DisplayTest, SizeTextAheadOfThePlanesDoesNotShearThePicture) {
     EXPECT_EQ(Screen(10, 5) >> 16, 7u);
     SetBufferSize(40, 30);
 }
+
+TEST_F(DisplayTest, PreviewShowsTheWholePictureAndRepaintsOnlyWhenItChanged) {
+    MakeTestDocument(200, 150);
+    for (int y = 0; y < 150; ++y)
+        for (int x = 0; x < 200; ++x) {
+            BufR(x, y) = static_cast<uint8_t>(x);
+            BufG(x, y) = static_cast<uint8_t>(y);
+            BufB(x, y) = static_cast<uint8_t>(x ^ y);
+        }
+    host.surface = CanvasSurface{60, 40, 32, 0, 0};  // a view over part of the picture
+    int repaints = 0;
+    Form2::Picture27.viewHook = [&] { ++repaints; };
+    RedisplayWindow();
+    const int pw = Form2::Picture27.Width, ph = Form2::Picture27.Height;
+    size_t wrong = 0;
+    for (int v = 0; v < ph; ++v)
+        for (int u = 0; u < pw; ++u) {
+            const int x = u * 200 / pw, y = v * 150 / ph;
+            wrong += Form2::Picture27.pixels[static_cast<size_t>(v * pw + u)] !=
+                     vb::RGB(BufR(x, y), BufG(x, y), BufB(x, y));
+        }
+    EXPECT_EQ(wrong, 0u);
+    EXPECT_EQ(repaints, 1);
+
+    // Scrolling shows another part of the view; the preview's pixels stay.
+    host.surface->OriginX = 120;
+    host.surface->OriginY = 100;
+    RedisplayWindow();
+    EXPECT_EQ(Screen(0, 0), 0x0078641Cu);  // pixel (120, 100): r 120, g 100, b 120 ^ 100
+    EXPECT_EQ(repaints, 1);
+
+    // A sampled pixel outside the view changes: the preview follows.
+    BufG(0, 0) = 77;  // (0, 0) is the first sample
+    RedisplayWindow();
+    EXPECT_EQ(repaints, 2);
+    EXPECT_EQ(vb::GreenOf(Form2::Picture27.pixels[0]), 77);
+    Form2::Picture27.viewHook = nullptr;
+}

@@ -322,3 +322,66 @@ TEST(Kernels, CopyMemOfAWholePlaneStreamsTheSameBytesAtEveryAlignment) {
 }
 
 }  // namespace
+
+namespace {
+// The thumbnail's contract, one pixel at a time: (u, v) shows pixel
+// (u * W / tw, v * H / th) as r | g << 8 | b << 16.
+std::vector<uint32_t> ThumbnailReference(const Picture& p, int W, int H, int tw, int th) {
+    std::vector<uint32_t> t(size_t(tw) * th);
+    for (int v = 0; v < th; ++v)
+        for (int u = 0; u < tw; ++u) {
+            const size_t at = size_t(int64_t(u) * W / tw) + size_t(int64_t(v) * H / th) * (p.W + 1);
+            t[size_t(v) * tw + u] = uint32_t(p.r[at]) | uint32_t(p.g[at]) << 8 | uint32_t(p.b[at]) << 16;
+        }
+    return t;
+}
+}  // namespace
+
+TEST(Kernels, ThumbnailSamplesTheNearestPixelAtEverySize) {
+    // Thumbnails smaller and larger than the picture, sizes that divide it and
+    // sizes that do not, one pixel on either side, wider than the column block
+    // the kernel steps in; and a picture narrower than its planes (the size
+    // text behind the planes), whose samples must stay within the picture.
+    struct Case {
+        int planeW, planeH, W, H, tw, th;
+    };
+    const Case cases[] = {{400, 300, 400, 300, 96, 72},  {97, 41, 97, 41, 96, 72},  {1, 1, 1, 1, 5, 3},
+                          {7, 5, 7, 5, 1, 1},            {96, 72, 96, 72, 96, 72},  {1000, 3, 1000, 3, 257, 2},
+                          {600, 9, 600, 9, 513, 9},      {50, 40, 31, 17, 96, 72},  {3, 700, 3, 700, 2, 699}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(c.W) + " x " + std::to_string(c.H) + " -> " + std::to_string(c.tw) + " x " +
+                     std::to_string(c.th));
+        const Picture p(c.planeW, c.planeH, uint32_t(c.tw * 31 + c.th));
+        std::vector<uint32_t> thumb(size_t(c.tw) * c.th, kSentinel32);
+        EXPECT_TRUE(kwpaint::NearestThumbnail(thumb.data(), c.tw, c.th, p.r.data(), p.g.data(), p.b.data(), c.W,
+                                              c.H, c.planeW + 1));
+        EXPECT_EQ(thumb, ThumbnailReference(p, c.W, c.H, c.tw, c.th));
+    }
+}
+
+TEST(Kernels, ThumbnailSaysWhetherAnyOfItsPixelsChanged) {
+    Picture p(400, 300, 9);
+    const int tw = 96, th = 72;
+    std::vector<uint32_t> thumb(size_t(tw) * th, 0);
+    auto paint = [&] {
+        return kwpaint::NearestThumbnail(thumb.data(), tw, th, p.r.data(), p.g.data(), p.b.data(), p.W, p.H,
+                                         p.W + 1);
+    };
+    EXPECT_TRUE(paint());
+    EXPECT_FALSE(paint());  // nothing moved: nothing to repaint
+    // A pixel between the samples (x = 1 is never sampled: 400 / 96 > 4) changes nothing.
+    p.r[p.At(1, 0)] ^= 1;
+    EXPECT_FALSE(paint());
+    // One channel of the last sample, in the last row, is enough.
+    const int lastX = int(int64_t(tw - 1) * p.W / tw), lastY = int(int64_t(th - 1) * p.H / th);
+    p.b[p.At(lastX, lastY)] ^= 0x40;
+    EXPECT_TRUE(paint());
+    EXPECT_EQ(thumb.back() >> 16, p.b[p.At(lastX, lastY)]);
+    EXPECT_FALSE(paint());
+    // Sizes that cannot be drawn leave the thumbnail as it is.
+    const std::vector<uint32_t> before = thumb;
+    EXPECT_FALSE(kwpaint::NearestThumbnail(thumb.data(), 0, th, p.r.data(), p.g.data(), p.b.data(), p.W, p.H, p.W + 1));
+    EXPECT_FALSE(kwpaint::NearestThumbnail(thumb.data(), tw, th, p.r.data(), p.g.data(), p.b.data(), 0, p.H, p.W + 1));
+    EXPECT_FALSE(kwpaint::NearestThumbnail(thumb.data(), tw, th, p.r.data(), p.g.data(), p.b.data(), p.W, -1, p.W + 1));
+    EXPECT_EQ(thumb, before);
+}
