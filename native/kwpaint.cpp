@@ -257,12 +257,12 @@ void PackRow32Vector(uint32_t* dest, const uint8_t* r, const uint8_t* g, const u
 // in order with whole-half permutes.
 __attribute__((target("avx2"))) void PackRow32Avx2(uint32_t* dest, const uint8_t* r, const uint8_t* g,
                                                     const uint8_t* b, int count, bool streaming) {
+    // Whole 32-byte lines from here on: a store that straddles two cache
+    // lines costs two, and a screen image need not start on a line.
     int i = 0;
-    if (streaming) {
-        while (i < count && (reinterpret_cast<uintptr_t>(dest + i) & 31) != 0) {
-            dest[i] = Pack32(r[i], g[i], b[i]);
-            ++i;
-        }
+    while (i < count && (reinterpret_cast<uintptr_t>(dest + i) & 31) != 0) {
+        dest[i] = Pack32(r[i], g[i], b[i]);
+        ++i;
     }
     const __m256i zero = _mm256_setzero_si256();
     for (; i + 32 <= count; i += 32) {
@@ -278,7 +278,7 @@ __attribute__((target("avx2"))) void PackRow32Avx2(uint32_t* dest, const uint8_t
         __m256i* d = reinterpret_cast<__m256i*>(dest + i);
         for (int k = 0; k < 4; ++k) {
             if (streaming) _mm256_stream_si256(d + k, out[k]);
-            else _mm256_storeu_si256(d + k, out[k]);
+            else _mm256_store_si256(d + k, out[k]);
         }
     }
     if (streaming) _mm_sfence();
