@@ -80,6 +80,12 @@ void BM_SetPlane(benchmark::State& state) {
 }
 BENCHMARK(BM_SetPlane)->Unit(benchmark::kMillisecond)->UseManualTime();
 
+// A call that moves no plane: what the bus itself costs a round trip.
+void BM_SmallCall(benchmark::State& state) {
+    for (auto _ : state) Timed(state, [] { benchmark::DoNotOptimize(Client().number("Kel_GetAlphabits")); });
+}
+BENCHMARK(BM_SmallCall)->Unit(benchmark::kMicrosecond)->UseManualTime();
+
 // The peer: one copy of the plane, both buffers touched beforehand.
 void BM_MemcpyPlane(benchmark::State& state) {
     std::vector<uint8_t> from(PlaneBytes, 1), to(PlaneBytes, 2);
