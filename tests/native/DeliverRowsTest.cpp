@@ -130,6 +130,31 @@ void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1
     EXPECT_EQ(gotState.opacitySaved, wantState.opacitySaved) << name;
     EXPECT_EQ(gotState.opacityInverse, wantState.opacityInverse) << name;
 }
+
+// Opacity, alpha, paper (bump, dry, negative) and noise (0 none, 1 a draw per
+// channel, 2 one draw) of one case of the matrices below.
+void SetCase(DeliverSettings& s, int opacity, uint8_t alphaOff, const int paper[3], int noise) {
+    s.opacity = opacity;
+    s.opacityFraction = opacity / 255.0f;
+    s.alphaOff = alphaOff;
+    s.bump = paper[0], s.dry = paper[1], s.negative = paper[2];
+    s.noiseAmount = noise ? 50 : 0;
+    s.noisePerChannel = noise == 1;
+}
+
+// The rows against the pixels through the plain finishing steps and the chosen
+// ones; with a draw per channel, from draws sorted and centred too.
+void ExpectEveryFinishing(const Scene& scene, const DeliverSettings& s, const int span[2], int noise,
+                          const std::string& name) {
+    ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name, kwfill::FinishRowScalar);
+    ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name);
+    if (noise != 1) return;
+    for (Sorted sorted : {Sorted::Plain, Sorted::Centred})
+        for (kwfill::FinishRowFn finish : ScalarAndChosen)
+            ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1],
+                                                 name + (sorted == Sorted::Centred ? " centred" : " sorted"), finish,
+                                                 sorted);
+}
 }  // namespace
 
 TEST(DeliverRows, EveryStyleModeNoisePaperAndAlphaGiveThePixelsOfTheSingleKernel) {
@@ -153,27 +178,13 @@ TEST(DeliverRows, EveryStyleModeNoisePaperAndAlphaGiveThePixelsOfTheSingleKernel
                                 s.mode = mode == Rubthrough ? FillMode::Rubthrough : FillMode::Default;
                                 s.table = mode == Table || mode == Swapped ? scene.table.data() : nullptr;
                                 s.tableSwapped = mode == Swapped;
-                                s.opacity = opacity;
-                                s.opacityFraction = opacity / 255.0f;
-                                s.alphaOff = alphaOff;
-                                s.bump = paper[0], s.dry = paper[1], s.negative = paper[2];
-                                s.noiseAmount = noise ? 50 : 0;
-                                s.noisePerChannel = noise == 1;
+                                SetCase(s, opacity, alphaOff, paper, noise);
                                 std::ostringstream name;
                                 name << "style " << int(style) << " mode " << mode << " opacity " << opacity
                                      << " alphaOff " << int(alphaOff) << " paper " << paper[0] << paper[1]
                                      << paper[2] << " noise " << noise << " span " << span[0] << ".." << span[1];
                                 // The finishing steps in their plain form and in the form chosen here.
-                                ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str(),
-                                                                     kwfill::FinishRowScalar);
-                                ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str());
-                                if (noise == 1)
-                                    for (Sorted sorted : {Sorted::Plain, Sorted::Centred})
-                                        for (kwfill::FinishRowFn finish : ScalarAndChosen)
-                                            ExpectRowsMatchPixels<kwfill::DpAll>(
-                                                scene, s, span[0], span[1],
-                                                name.str() + (sorted == Sorted::Centred ? " centred" : " sorted"),
-                                                finish, sorted);
+                                ExpectEveryFinishing(scene, s, span, noise, name.str());
                                 if (::testing::Test::HasFatalFailure()) return;
                             }
 }
@@ -195,26 +206,12 @@ TEST(DeliverRows, RowsOverAWidePaperGiveThePixelsOfTheSingleKernel) {
                                 DeliverSettings s = scene.Settings();
                                 s.style = style;
                                 s.table = table ? scene.table.data() : nullptr;
-                                s.opacity = opacity;
-                                s.opacityFraction = opacity / 255.0f;
-                                s.alphaOff = alphaOff;
-                                s.bump = paper[0], s.dry = paper[1], s.negative = paper[2];
-                                s.noiseAmount = noise ? 50 : 0;
-                                s.noisePerChannel = noise == 1;
+                                SetCase(s, opacity, alphaOff, paper, noise);
                                 std::ostringstream name;
                                 name << "wide style " << int(style) << " table " << table << " opacity " << opacity
                                      << " alphaOff " << int(alphaOff) << " paper " << paper[0] << paper[1]
                                      << paper[2] << " noise " << noise << " span " << span[0] << ".." << span[1];
-                                ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str(),
-                                                                     kwfill::FinishRowScalar);
-                                ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name.str());
-                                if (noise == 1)
-                                    for (Sorted sorted : {Sorted::Plain, Sorted::Centred})
-                                        for (kwfill::FinishRowFn finish : ScalarAndChosen)
-                                            ExpectRowsMatchPixels<kwfill::DpAll>(
-                                                scene, s, span[0], span[1],
-                                                name.str() + (sorted == Sorted::Centred ? " centred" : " sorted"),
-                                                finish, sorted);
+                                ExpectEveryFinishing(scene, s, span, noise, name.str());
                                 if (::testing::Test::HasFatalFailure()) return;
                             }
 }
