@@ -59,14 +59,13 @@ void DeliverSpans(const kwfill::DeliverSettings& settings, kwfill::DeliverState&
     const int x0 = std::max(b.left, 0), x1 = std::min(b.right, W() - 1);
     if (x0 > x1) return;
     const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, b.left, b.right, x0, x1 + 1);
-    const int per = (Steps & kwfill::DpNoise) ? kwfill::NoiseDrawCount(s) : 0;
-    std::vector<double> draws(static_cast<size_t>(x1 - x0 + 1) * static_cast<size_t>(per));
+    SpanNoise noise(s, Steps, static_cast<size_t>(x1 - x0 + 1));
     for (int y = y0; y <= y1; ++y) {
         Span sp{};
         if (!spanOf(y, sp)) continue;
         const int n = sp.last - sp.first + 1;
-        vb::RndRow(draws.data(), static_cast<size_t>(n) * static_cast<size_t>(per));
-        kwfill::DeliverSpan<Steps>(s, plan, st, draws.data(), colour, y, sp.first, n, b.left, b.top, b.right, b.bottom,
+        const kwfill::SpanDraws draws = noise.Draw(static_cast<size_t>(n));
+        kwfill::DeliverSpan<Steps>(s, plan, st, draws, colour, y, sp.first, n, b.left, b.top, b.right, b.bottom,
                                    BufR.row(y) + sp.first, BufG.row(y) + sp.first, BufB.row(y) + sp.first);
     }
     state = st;

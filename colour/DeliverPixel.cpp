@@ -132,35 +132,41 @@ void Buffer_Fill_Click() {
     RedisplayWindow();
 }
 
+SpanNoise::SpanNoise(const kwfill::DeliverSettings& s, unsigned steps, size_t widest)
+    : per_((steps & kwfill::DpNoise) ? kwfill::NoiseDrawCount(s) : 0), widest_(widest) {
+    if (per_ == 1) one_.resize(widest);
+    if (per_ == 3) channels_.resize(3 * widest);
+}
+
+kwfill::SpanDraws SpanNoise::Draw(size_t n) {
+    kwfill::SpanDraws d;
+    if (per_ == 1) {
+        vb::RndRow(one_.data(), n);
+        d.all = one_.data();
+    } else if (per_ == 3) {
+        for (size_t k = 0; k < 3; ++k) d.channel[k] = channels_.data() + k * widest_;
+        vb::RndRowNoise(channels_.data(), channels_.data() + widest_, channels_.data() + 2 * widest_, n);
+    }
+    return d;
+}
+
 namespace {
-// The picture row by row through the row kernel. The noise draws of a row are
-// taken from the shared generator before the row, in the order the
-// single-pixel kernel takes them (a whole row of draws at once); a draw per
-// channel comes sorted into a row per channel and centred, (u - 0.5) * 2^53,
-// which spares a step of each draw's making and of its use.
+// The picture row by row through the row kernel. The noise draws are taken
+// from the shared generator in the order the single-pixel kernel takes them,
+// for several rows at once: a row of draws made in lanes starts each lane at
+// its place in the sequence, which costs the same for a short row as a long one.
 template <unsigned Steps>
 void FillRows(const kwfill::DeliverSettings& s, kwfill::DeliverState& state, uint32_t colour, int W, int H) {
     const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, 0, W - 1, 0, W);
-    const int per = (Steps & kwfill::DpNoise) ? kwfill::NoiseDrawCount(s) : 0;
-    std::vector<double> draws(static_cast<size_t>(W) * static_cast<size_t>(per));
-    kwfill::SpanDraws rowDraws;
-    if (per == 3) {
-        const size_t w = static_cast<size_t>(W);
-        for (size_t k = 0; k < 3; ++k) rowDraws.channel[k] = draws.data() + k * w;
-        rowDraws.centred = true;
-    } else {
-        rowDraws.all = draws.data();
-    }
+    const int rowsAtOnce = std::max(1, 32768 / W);
+    SpanNoise noise(s, Steps, static_cast<size_t>(W) * static_cast<size_t>(rowsAtOnce));
     kwfill::DeliverState st = state;
-    for (int y = 0; y < H; ++y) {
-        if (per == 3) {
-            double* const d = draws.data();
-            vb::RndRowChannelsCentred(d, d + W, d + 2 * W, static_cast<size_t>(W));
-        } else {
-            vb::RndRow(draws.data(), draws.size());
-        }
-        kwfill::DeliverRow<Steps>(s, plan, st, rowDraws, colour, y, 0, 0, W - 1, H - 1, BufR.row(y), BufG.row(y),
-                                  BufB.row(y));
+    for (int top = 0; top < H; top += rowsAtOnce) {
+        const int rows = std::min(rowsAtOnce, H - top);
+        const kwfill::SpanDraws draws = noise.Draw(static_cast<size_t>(W) * static_cast<size_t>(rows));
+        for (int y = top; y < top + rows; ++y)
+            kwfill::DeliverRow<Steps>(s, plan, st, draws.At(static_cast<size_t>(y - top) * static_cast<size_t>(W)),
+                                      colour, y, 0, 0, W - 1, H - 1, BufR.row(y), BufG.row(y), BufB.row(y));
     }
     state = st;
 }

@@ -8,10 +8,13 @@
 // for a single pixel. Callers clip: X, Y must lie in the picture.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "core/framework/vb.h"
 #include "native/Deliver.h"
+#include "native/DeliverRows.h"
 
 // The opacity work fields shared with the shape and fill tools.
 extern int16_t OpacitySaved, OpacityInverse;
@@ -40,17 +43,33 @@ template <unsigned Steps = kwfill::DpAll>
     kwfill::NoiseDraws d;
     if constexpr ((Steps & kwfill::DpNoise) != 0) {
         switch (kwfill::NoiseDrawCount(s)) {
-            case 3:
-                d.u[0] = vb::Rnd();
-                d.u[1] = vb::Rnd();
-                d.u[2] = vb::Rnd();
+            case 3: {
+                const vb::ChannelNoise c = vb::NextChannelNoise();
+                d.c[0] = c.r, d.c[1] = c.g, d.c[2] = c.b;
                 break;
-            case 1: d.u[0] = vb::Rnd(); break;
+            }
+            case 1: d.u = vb::Rnd(); break;
             default: break;
         }
     }
     return d;
 }
+
+// The noise draws of spans from the shared generator, in the order single
+// pixels take them (DrawNoise): one array for value noise, a row per channel
+// for noise per channel, none when the steps leave noise out.
+class SpanNoise {
+public:
+    SpanNoise(const kwfill::DeliverSettings& s, unsigned steps, size_t widest);
+    // The draws of the next n pixels, n at most `widest`.
+    kwfill::SpanDraws Draw(size_t n);
+
+private:
+    int per_ = 0;
+    size_t widest_ = 0;
+    std::vector<double> one_;
+    std::vector<int16_t> channels_;
+};
 
 // One pixel through the steps in Steps, inlined into each loop so that the
 // settings stay in registers across pixels.

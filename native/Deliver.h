@@ -17,7 +17,8 @@
 //    0..255 is held at the ends of the table rather than read out of it, and
 //    the stretched brush holds its sample to the brush's edge.
 //  * Arithmetic. Rounding to nearest even, single precision where the
-//    formulas are single and double for the noise, in the order of the steps.
+//    formulas are single and for noise per channel, double for value noise,
+//    in the order of the steps.
 //  * Inline and allocation-free: a loop over many pixels compiles it in, and
 //    may leave out the steps its settings cannot need (DeliverSteps).
 #pragma once
@@ -67,9 +68,12 @@ struct DeliverState {
     int16_t opacitySaved = 0, opacityInverse = 0;
 };
 
-// Uniform draws in [0, 1) for one pixel's noise: u[0..NoiseDrawCount - 1].
+// One pixel's noise draws: value noise takes one uniform draw u in [0, 1);
+// noise per channel takes a 16-bit draw per channel, centred: c[k] is the draw
+// less a half, times 2^16.
 struct NoiseDraws {
-    double u[3] = {0, 0, 0};
+    double u = 0;
+    int16_t c[3] = {0, 0, 0};
 };
 // One draw per channel (red, green, blue in that order), one for all, or none.
 inline int NoiseDrawCount(const DeliverSettings& s) { return s.noiseAmount <= 0 ? 0 : (s.noisePerChannel ? 3 : 1); }
@@ -183,15 +187,27 @@ inline int32_t Clamp255(int32_t v) { return v < 0 ? 0 : (v > 255 ? 255 : v); }
     }
 }
 
+// What a centred draw of noise per channel is multiplied by: the amount over
+// 2^16, and for green the amount times 1.1, a single. Red and blue come out
+// exact: the draw times the amount has at most 23 bits, and the colour plus
+// it fits a single's 24 wherever it is not clamped to 255 anyway.
+inline float ChannelNoiseScale(int amount, bool green) {
+    return (green ? static_cast<float>(amount * 1.1) : static_cast<float>(amount)) * 0x1.0p-16f;
+}
+inline int32_t ChannelNoise(int32_t c, int16_t draw, float scale) {
+    return Clamp255(RoundF(static_cast<float>(c) + static_cast<float>(draw) * scale));
+}
+
 [[gnu::always_inline]] inline void Noise(const DeliverSettings& s, DeliverState& st, const NoiseDraws& d) {
-    const double n = s.noiseAmount;
     if (s.noisePerChannel) {
-        st.R = Clamp255(RoundD(st.R + (d.u[0] - 0.5) * n));
-        st.G = Clamp255(RoundD(st.G + (d.u[1] - 0.5) * (n * 1.1)));
-        st.B = Clamp255(RoundD(st.B + (d.u[2] - 0.5) * n));
+        const float rb = ChannelNoiseScale(s.noiseAmount, false), g = ChannelNoiseScale(s.noiseAmount, true);
+        st.R = ChannelNoise(st.R, d.c[0], rb);
+        st.G = ChannelNoise(st.G, d.c[1], g);
+        st.B = ChannelNoise(st.B, d.c[2], rb);
         return;
     }
-    int v = RoundD((d.u[0] - 0.5) * n);
+    const double n = s.noiseAmount;
+    int v = RoundD((d.u - 0.5) * n);
     int m = std::max(st.R, std::max(st.G, st.B));
     int k = m > 0 ? RoundD(255.0 / m) : 255;
     st.R = Clamp255(RoundD(st.R + v * (static_cast<double>(st.R) * k) / 255.0));

@@ -1,11 +1,14 @@
 // The finishing steps of a fill row: noise per channel, the paper's bump and
-// drybrush, opacity and alpha. The AVX2 form does sixteen pixels a step with
-// the same operations in the same precision (doubles for the noise, floats
-// for the paper, rounding to nearest even by the processor's default mode),
-// so its bytes are the plain form's; the blends run in 16-bit lanes, where
-// colour * weight + old * (255 - weight) is at most 255 * 255, and divide by
-// 255 as (x + 1 + (x >> 8)) >> 8, exact for x up to 255 * 255.
+// drybrush, opacity and alpha. The AVX2 form does sixteen pixels a step and
+// gives the plain form's bytes: red and blue noise in whole numbers, which is
+// exact; green's noise and the bump in singles as the plain form does them
+// (rounding to nearest even by the processor's default mode); the blends in
+// 16-bit lanes, where colour * weight + old * (255 - weight) is at most
+// 255 * 255, divided by 255 exactly.
 #include "native/DeliverRows.h"
+
+#include <array>
+#include <utility>
 
 #if defined(__x86_64__) || defined(__i386__)
 #include <immintrin.h>
@@ -16,25 +19,23 @@ namespace kwfill {
 
 void FinishRowScalar(const FinishRowArgs& f) {
     using detail::Clamp255;
-    using detail::RoundD;
     using detail::RoundF;
-    for (int i = 0; i < f.n; ++i) {
+    for (int i = 0, u = f.paperU; i < f.n; ++i, u = u + 1 < f.paperW ? u + 1 : 0) {
         int32_t R = f.r[i], G = f.g[i], B = f.b[i];
-        if (f.ur) {
-            auto less = [&](double u) { return f.centred ? u * 0x1.0p-53 : u - 0.5; };  // u - 0.5, exactly
-            R = Clamp255(RoundD(R + less(f.ur[i]) * f.noiseR));
-            G = Clamp255(RoundD(G + less(f.ug[i]) * f.noiseG));
-            B = Clamp255(RoundD(B + less(f.ub[i]) * f.noiseR));
+        if (f.nr) {
+            R = detail::ChannelNoise(R, f.nr[i], f.noiseR);
+            G = detail::ChannelNoise(G, f.ng[i], f.noiseG);
+            B = detail::ChannelNoise(B, f.nb[i], f.noiseR);
         }
         if (f.slope) {
-            const float e = f.slope[i] * 255.0f;
+            const float e = f.slope[u] * 255.0f;
             R = Clamp255(RoundF(static_cast<float>(R) + e));
             G = Clamp255(RoundF(static_cast<float>(G) + e));
             B = Clamp255(RoundF(static_cast<float>(B) + e));
         }
-        int opacity = f.opacity[i];
-        if (f.height) {
-            const int p = f.height[i];
+        int opacity = f.dryOpacity ? f.dryOpacity[u] : f.opacity[i];
+        if (f.height && !f.dryOpacity) {
+            const int p = f.height[u];
             const float dry = static_cast<float>(f.negative ? p : 255 - p) * f.fraction * f.strength;
             opacity = RoundF(static_cast<float>(opacity) - dry);
         }
@@ -61,36 +62,15 @@ void FinishRowScalar(const FinishRowArgs& f) {
 namespace {
 #define KW_AVX2 __attribute__((target("avx2")))
 
-KW_AVX2 inline __m256i Clamp(__m256i v) {
-    return _mm256_min_epi32(_mm256_max_epi32(v, _mm256_setzero_si256()), _mm256_set1_epi32(255));
+// The colour, eight pixels as singles, plus its centred draws times the
+// scale, rounded and held to 0..255: what ChannelNoise does pixel by pixel.
+KW_AVX2 inline __m256 Noise(__m256 c, const int16_t* draws, __m256 scale) {
+    const __m256 d = _mm256_cvtepi32_ps(_mm256_cvtepi16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(draws))));
+    const __m256 v = _mm256_round_ps(_mm256_add_ps(c, _mm256_mul_ps(d, scale)), _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
+    return _mm256_min_ps(_mm256_max_ps(v, _mm256_setzero_ps()), _mm256_set1_ps(255.0f));
 }
-// c + (u - 0.5) * amount in doubles, rounded, eight pixels. Centred draws d
-// are (u - 0.5) * 2^53: d * (amount / 2^53) is the same product, rounded
-// once the same way, since scaling by a power of two is exact.
-template <bool Centred>
-KW_AVX2 inline __m256d LessHalf(__m256d v) {
-    if constexpr (Centred) return v;
-    return _mm256_sub_pd(v, _mm256_set1_pd(0.5));
-}
-template <bool Centred>
-KW_AVX2 inline __m256i Noise(__m256i c, const double* u, __m256d amount) {
-    const __m256d lo = _mm256_add_pd(_mm256_cvtepi32_pd(_mm256_castsi256_si128(c)),
-                                     _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u)), amount));
-    const __m256d hi = _mm256_add_pd(_mm256_cvtepi32_pd(_mm256_extracti128_si256(c, 1)),
-                                     _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u + 4)), amount));
-    return _mm256_set_m128i(_mm256_cvtpd_epi32(hi), _mm256_cvtpd_epi32(lo));
-}
-// The same from the colour as doubles.
-template <bool Centred>
-KW_AVX2 inline __m256i NoiseD(const double* c, const double* u, __m256d amount) {
-    const __m256d lo = _mm256_add_pd(_mm256_loadu_pd(c), _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u)), amount));
-    const __m256d hi =
-        _mm256_add_pd(_mm256_loadu_pd(c + 4), _mm256_mul_pd(LessHalf<Centred>(_mm256_loadu_pd(u + 4)), amount));
-    return _mm256_set_m128i(_mm256_cvtpd_epi32(hi), _mm256_cvtpd_epi32(lo));
-}
-// The colour plus the bump, rounded; held to 0..255 later, in 16-bit lanes.
-KW_AVX2 inline __m256i Bump(__m256i c, __m256 e) { return _mm256_cvtps_epi32(_mm256_add_ps(_mm256_cvtepi32_ps(c), e)); }
 KW_AVX2 inline __m256i Load8(const int32_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); }
+KW_AVX2 inline __m256i Load16(const int16_t* p) { return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)); }
 KW_AVX2 inline __m256i Bytes8(const uint8_t* p) {
     return _mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
 }
@@ -101,9 +81,30 @@ KW_AVX2 inline __m256i Bytes16(const uint8_t* p) {
 KW_AVX2 inline __m256i Words(__m256i lo, __m256i hi) {
     return _mm256_permute4x64_epi64(_mm256_packs_epi32(lo, hi), 0xD8);
 }
-// (x + 1 + (x >> 8)) >> 8 is x / 255 for 0 <= x <= 65025.
+KW_AVX2 inline __m256i Clamp16(__m256i v) {
+    return _mm256_min_epi16(_mm256_max_epi16(v, _mm256_setzero_si256()), _mm256_set1_epi16(255));
+}
+// c + draw * amount / 2^16 rounded half to even, exactly, sixteen pixels:
+// the product has at most 23 bits, its high half is the whole part (floored)
+// and its low half the fraction; a fraction of exactly a half goes to the even
+// neighbour. The same value as ChannelNoise's singles, held to 0..255.
+KW_AVX2 inline __m256i NoiseExact(__m256i c, const int16_t* draws, __m256i amount) {
+    const __m256i d = Load16(draws);
+    const __m256i whole = _mm256_mulhi_epi16(d, amount), part = _mm256_mullo_epi16(d, amount);
+    const __m256i v = _mm256_add_epi16(_mm256_add_epi16(c, whole), _mm256_srli_epi16(part, 15));
+    const __m256i tie = _mm256_cmpeq_epi16(part, _mm256_set1_epi16(static_cast<short>(0x8000)));
+    const __m256i odd = _mm256_and_si256(_mm256_and_si256(v, _mm256_set1_epi16(1)), tie);
+    return Clamp16(_mm256_sub_epi16(v, odd));
+}
+// Sixteen words through the bump as singles: each plus e, rounded, held to 0..255.
+KW_AVX2 inline __m256i BumpSingles(__m256i c, __m256 eLo, __m256 eHi) {
+    const __m256 lo = _mm256_cvtepi32_ps(_mm256_cvtepi16_epi32(_mm256_castsi256_si128(c)));
+    const __m256 hi = _mm256_cvtepi32_ps(_mm256_cvtepi16_epi32(_mm256_extracti128_si256(c, 1)));
+    return Clamp16(Words(_mm256_cvtps_epi32(_mm256_add_ps(lo, eLo)), _mm256_cvtps_epi32(_mm256_add_ps(hi, eHi))));
+}
+// x / 255 for 0 <= x <= 65535: the high half of x * 0x8081, over 2^7.
 KW_AVX2 inline __m256i Div255(__m256i x) {
-    return _mm256_srli_epi16(_mm256_add_epi16(_mm256_add_epi16(x, _mm256_set1_epi16(1)), _mm256_srli_epi16(x, 8)), 8);
+    return _mm256_srli_epi16(_mm256_mulhi_epu16(x, _mm256_set1_epi16(static_cast<short>(0x8081))), 7);
 }
 // (paint * weight + old * (255 - weight)) / 255 in sixteen 16-bit lanes, all terms 0..255.
 KW_AVX2 inline __m256i Mix(__m256i paint, __m256i old, __m256i weight) {
@@ -115,57 +116,73 @@ KW_AVX2 inline void Store16(uint8_t* p, __m256i v) {
                      _mm_packus_epi16(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1)));
 }
 
-template <bool Centred>
+// The opacity of sixteen pixels, after drybrush worked out in singles when
+// `dry`, at least 0 (and at most 255, which the caller makes sure of).
+KW_AVX2 inline __m256i Weight(const FinishRowArgs& f, int i, int u, bool dry) {
+    __m256i op[2] = {Load8(f.opacity + i), Load8(f.opacity + i + 8)};
+    if (dry) {
+        const __m256 fraction = _mm256_set1_ps(f.fraction), strength = _mm256_set1_ps(f.strength);
+        for (int h = 0; h < 2; ++h) {
+            __m256 p = _mm256_cvtepi32_ps(Bytes8(f.height + u + 8 * h));
+            if (!f.negative) p = _mm256_sub_ps(_mm256_set1_ps(255.0f), p);
+            const __m256 dry = _mm256_mul_ps(_mm256_mul_ps(p, fraction), strength);
+            op[h] = _mm256_cvtps_epi32(_mm256_sub_ps(_mm256_cvtepi32_ps(op[h]), dry));
+        }
+    }
+    return _mm256_max_epi16(Words(op[0], op[1]), _mm256_setzero_si256());
+}
+
+// The steps a row needs, each loop compiled for one set of them.
+constexpr unsigned FsNoise = 1, FsBump = 2, FsAlpha = 4, FsDryBytes = 8, FsDrySingles = 16;
+
+// Sixteen pixels a step in 16-bit lanes; green's noise, whose amount is not a
+// whole number, and the bump go through singles, green staying a single from
+// its noise through its bump.
+template <unsigned Steps>
 KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& args) {
     // A copy of our own, which the byte stores below cannot be taken to alias,
     // so that its pointers and switches stay in registers.
     const FinishRowArgs f = args;
-    const double scale = Centred ? 0x1.0p-53 : 1.0;
-    const __m256d noiseR = _mm256_set1_pd(f.noiseR * scale), noiseG = _mm256_set1_pd(f.noiseG * scale);
-    const __m256 fraction = _mm256_set1_ps(f.fraction), strength = _mm256_set1_ps(f.strength);
-    const __m256 full = _mm256_set1_ps(255.0f);
-    const __m256i zero = _mm256_setzero_si256(), top = _mm256_set1_epi16(255);
+    // The red and blue scale is the whole amount over 2^16, exactly.
+    const __m256i amount = _mm256_set1_epi16(static_cast<short>(f.noiseR * 65536.0f));
+    const __m256 noiseG = _mm256_set1_ps(f.noiseG), full = _mm256_set1_ps(255.0f);
     const __m256i alphaOff = _mm256_set1_epi16(f.alphaOff);
     const int32_t* const colour[3] = {f.r, f.g, f.b};
-    const double* const colourD[3] = {f.rd, f.gd, f.bd};
-    const bool doubles = f.ur && f.rd;
-    const double* const draws[3] = {f.ur, f.ug, f.ub};
-    const __m256d amount[3] = {noiseR, noiseG, noiseR};
     const uint8_t* const old[3] = {f.oldR, f.oldG, f.oldB};
     uint8_t* const out[3] = {f.outR, f.outG, f.outB};
-    int i = 0;
-    for (; i + 16 <= f.n; i += 16) {
-        // The colour, eight pixels to a half, through noise and bump in 32-bit lanes.
-        __m256i c[3][2];
-        for (int k = 0; k < 3; ++k)
+    int i = 0, u = f.paperU;
+    for (; i + 16 <= f.n; i += 16, u = u + 16 < f.paperW ? u + 16 : (u + 16) % f.paperW) {
+        __m256 e[2];
+        if constexpr ((Steps & FsBump) != 0)
+            for (int h = 0; h < 2; ++h) e[h] = _mm256_mul_ps(_mm256_loadu_ps(f.slope + u + 8 * h), full);
+        __m256i c[3];
+        for (int k = 0; k < 3; ++k) {
+            if ((Steps & FsNoise) && k == 1) continue;
+            c[k] = Words(Load8(colour[k] + i), Load8(colour[k] + i + 8));
+            if constexpr ((Steps & FsNoise) != 0) c[k] = NoiseExact(c[k], (k == 0 ? f.nr : f.nb) + i, amount);
+            if constexpr ((Steps & FsBump) != 0) c[k] = BumpSingles(c[k], e[0], e[1]);
+        }
+        if constexpr ((Steps & FsNoise) != 0) {
+            __m256i g[2];
             for (int h = 0; h < 2; ++h) {
                 const int at = i + 8 * h;
-                if (doubles) c[k][h] = NoiseD<Centred>(colourD[k] + at, draws[k] + at, amount[k]);
-                else if (f.ur) c[k][h] = Noise<Centred>(Load8(colour[k] + at), draws[k] + at, amount[k]);
-                else c[k][h] = Load8(colour[k] + at);
+                const __m256 from = f.gf ? _mm256_loadu_ps(f.gf + at) : _mm256_cvtepi32_ps(Load8(f.g + at));
+                __m256 v = Noise(from, f.ng + at, noiseG);
+                if constexpr ((Steps & FsBump) != 0) v = _mm256_add_ps(v, e[h]);
+                g[h] = _mm256_cvtps_epi32(v);
             }
-        if (f.slope)
-            for (int h = 0; h < 2; ++h) {
-                const __m256 e = _mm256_mul_ps(_mm256_loadu_ps(f.slope + i + 8 * h), full);
-                for (int k = 0; k < 3; ++k) c[k][h] = Bump(Clamp(c[k][h]), e);
-            }
-        __m256i op[2] = {Load8(f.opacity + i), Load8(f.opacity + i + 8)};
-        if (f.height)
-            for (int h = 0; h < 2; ++h) {
-                __m256 p = _mm256_cvtepi32_ps(Bytes8(f.height + i + 8 * h));
-                if (!f.negative) p = _mm256_sub_ps(full, p);
-                const __m256 dry = _mm256_mul_ps(_mm256_mul_ps(p, fraction), strength);
-                op[h] = _mm256_cvtps_epi32(_mm256_sub_ps(_mm256_cvtepi32_ps(op[h]), dry));
-            }
-        // Sixteen pixels in 16-bit lanes from here: the opacity is at most 255 here.
-        const __m256i weight = _mm256_max_epi16(Words(op[0], op[1]), zero);
-        const __m256i a = f.alpha ? _mm256_or_si256(Bytes16(f.alpha + i), alphaOff) : top;
+            c[1] = Words(g[0], g[1]);
+            if constexpr ((Steps & FsBump) != 0) c[1] = Clamp16(c[1]);
+        }
+        __m256i weight;
+        if constexpr ((Steps & FsDryBytes) != 0) weight = Bytes16(f.dryOpacity + u);
+        else weight = Weight(f, i, u, (Steps & FsDrySingles) != 0);
+        const __m256i a = (Steps & FsAlpha) ? _mm256_or_si256(Bytes16(f.alpha + i), alphaOff) : _mm256_set1_epi16(255);
         for (int k = 0; k < 3; ++k) {
-            const __m256i paint = _mm256_min_epi16(_mm256_max_epi16(Words(c[k][0], c[k][1]), zero), top);
             const __m256i before = Bytes16(old[k] + i);
-            __m256i v = Mix(paint, before, weight);
+            __m256i v = Mix(c[k], before, weight);
             // At alpha 255 the mix gives the colour back exactly.
-            if (f.alpha) v = Mix(v, before, a);
+            if constexpr ((Steps & FsAlpha) != 0) v = Mix(v, before, a);
             Store16(out[k] + i, v);
         }
     }
@@ -174,17 +191,28 @@ KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& args) {
         if (p) p += i;
     };
     rest.n = f.n - i;
-    skip(rest.r), skip(rest.g), skip(rest.b), skip(rest.opacity), skip(rest.ur), skip(rest.ug), skip(rest.ub);
-    skip(rest.rd), skip(rest.gd), skip(rest.bd);
-    skip(rest.slope), skip(rest.height), skip(rest.oldR), skip(rest.oldG), skip(rest.oldB), skip(rest.alpha);
+    rest.paperU = u;
+    skip(rest.r), skip(rest.g), skip(rest.b), skip(rest.opacity), skip(rest.nr), skip(rest.ng), skip(rest.nb);
+    skip(rest.rf), skip(rest.gf), skip(rest.bf), skip(rest.oldR), skip(rest.oldG), skip(rest.oldB), skip(rest.alpha);
     skip(rest.outR), skip(rest.outG), skip(rest.outB);
     FinishRowScalar(rest);
 }
+
+// The loops by their steps: every combination of noise, bump and alpha with
+// drybrush off, as bytes or as singles.
+template <unsigned... Steps>
+constexpr auto LoopTable(std::integer_sequence<unsigned, Steps...>) {
+    return std::array<void (*)(const FinishRowArgs&), sizeof...(Steps)>{
+        &FinishRowsAvx2<(Steps & 7u) | ((Steps >> 3) == 1 ? FsDryBytes : 0u) |
+                        ((Steps >> 3) == 2 ? FsDrySingles : 0u)>...};
+}
+constexpr auto Loops = LoopTable(std::make_integer_sequence<unsigned, 24>{});
 }  // namespace
 
-KW_AVX2 void FinishRowAvx2(const FinishRowArgs& f) {
-    if (f.centred) FinishRowsAvx2<true>(f);
-    else FinishRowsAvx2<false>(f);
+void FinishRowAvx2(const FinishRowArgs& f) {
+    const unsigned dry = f.dryOpacity ? 1 : (f.height ? 2 : 0);
+    const unsigned steps = (f.nr ? FsNoise : 0u) | (f.slope ? FsBump : 0u) | (f.alpha ? FsAlpha : 0u);
+    Loops[steps | dry << 3](f);
 }
 
 bool HaveAvx2Finish() {

@@ -13,10 +13,9 @@
 //    both halves of the ellipse's sum; the paper keeps its row and walks its
 //    column without a division. Brush styles go through the single-pixel
 //    kernel.
-//  * Noise draws come in as one array for the row, NoiseDrawCount of them per
-//    pixel in pixel order, exactly as the single-pixel kernel takes them; a
-//    draw per channel may come already sorted into a row per channel
-//    (SpanDraws), which spares the loop sorting them itself.
+//  * Noise draws come in for the row as the single-pixel kernel takes them,
+//    pixel by pixel (SpanDraws): value noise as one array of draws, noise per
+//    channel as a row of centred 16-bit draws per channel.
 //  * The last pixel of every row goes through the single-pixel kernel itself,
 //    so that the kept values (DeliverState) end exactly as it leaves them.
 //  * The output rows may be the picture rows the settings read (in place).
@@ -40,15 +39,20 @@ namespace kwfill {
 struct FinishRowArgs {
     int n = 0;
     const int32_t *r = nullptr, *g = nullptr, *b = nullptr, *opacity = nullptr;
-    const double *rd = nullptr, *gd = nullptr, *bd = nullptr;  // the same colour as doubles, or null
-    const double *ur = nullptr, *ug = nullptr, *ub = nullptr;  // a draw per channel
-    bool centred = false;  // the draws come as (u - 0.5) * 2^53
-    double noiseR = 0, noiseG = 0;                              // the amount for red and blue, for green
+    const float *rf = nullptr, *gf = nullptr, *bf = nullptr;  // the same colour as singles, or null
+    const int16_t *nr = nullptr, *ng = nullptr, *nb = nullptr;  // a centred draw per channel, or null
+    float noiseR = 0, noiseG = 0;  // ChannelNoiseScale for red and blue, for green
     // The paper under the row: the bump adds slope * 255 to each channel;
     // drybrush takes (negative ? height : 255 - height) * fraction * strength
-    // off the opacity.
+    // off the opacity. When every pixel's opacity before paper is the same,
+    // the opacity after drybrush may come worked out per texel (dryOpacity, in
+    // place of opacity and height). Each is a row of texels read from paperU
+    // on, wrapping at paperW, that goes on PaperPad texels past paperW with the
+    // row's start, so that sixteen reads from any texel stay in it.
     const float* slope = nullptr;
     const uint8_t* height = nullptr;
+    const uint8_t* dryOpacity = nullptr;
+    int paperU = 0, paperW = 1;
     bool negative = false;
     float fraction = 0, strength = 0;
     const uint8_t *oldR = nullptr, *oldG = nullptr, *oldB = nullptr;
@@ -66,18 +70,33 @@ bool HaveAvx2Finish();
 // Rows a plan's loop writes and reads again, one entry per column.
 struct RowScratch {
     std::vector<int32_t> r, g, b, opacity;
-    std::vector<double> ur, ug, ub;
-    std::vector<float> slope;
-    std::vector<uint8_t> height;
 };
 
-// The noise draws of a span: NoiseDrawCount per pixel in pixel order (all),
-// or for a draw per channel one row per channel (channel[0..2]), there
-// possibly centred: (u - 0.5) * 2^53, which gives u - 0.5 back exactly.
+// The texels past the paper's width that its rows repeat (FinishRowArgs).
+constexpr int PaperPad = 16;
+// The paper as the finishing steps read it, made when a row first needs it:
+// rows of paperW + PaperPad texels; the bump's slope, and drybrush's height or,
+// for a fill whose pixels all have one opacity before paper, the opacity
+// after drybrush.
+struct PaperPlan {
+    bool made = false;
+    std::vector<float> slope;
+    std::vector<uint8_t> height, dryOpacity;
+};
+
+// The noise draws of a span, pixel by pixel: value noise's one draw a pixel
+// (all), or noise per channel's centred draws, a row per channel (channel).
 struct SpanDraws {
     const double* all = nullptr;
-    const double* channel[3] = {nullptr, nullptr, nullptr};
-    bool centred = false;
+    const int16_t* channel[3] = {nullptr, nullptr, nullptr};
+    // The draws from pixel i of the span on.
+    SpanDraws At(size_t i) const {
+        SpanDraws d;
+        if (all) d.all = all + i;
+        for (int k = 0; k < 3; ++k)
+            if (channel[k]) d.channel[k] = channel[k] + i;
+        return d;
+    }
 };
 
 struct FillPlan {
@@ -93,7 +112,7 @@ struct FillPlan {
     // The gradients: the opacity each gradient alpha gives, and the positions.
     int opacityOfGa[256] = {};
     std::vector<int32_t> columnR, columnG, columnB, columnOpacity;  // across: each column's step of the gradient
-    std::vector<double> columnD[3];  // the same as doubles, for noise per channel
+    std::vector<float> columnF[3];  // the same as singles, for noise per channel
     // Across at full opacity in every column: the finished bytes of every row.
     bool columnsOpaque = false;
     std::vector<uint8_t> columnBytes[3];
@@ -101,7 +120,10 @@ struct FillPlan {
     // The finishing steps: AVX2 where the processor has it and the opacity
     // cannot leave 0..255, the plain form otherwise.
     FinishRowFn finish = FinishRowScalar;
+    // The opacity of every pixel before paper, when it is one value; else -1.
+    int oneOpacity = -1;
     mutable RowScratch scratch;
+    mutable PaperPlan paper;
 };
 
 namespace detail {
@@ -160,11 +182,9 @@ inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int 
     for (int p = 0; p < 256; ++p)
         inRange = inRange && !(static_cast<float>(s.negative ? p : 255 - p) * s.opacityFraction * s.strength < 0);
     plan.finish = inRange && HaveAvx2Finish() ? FinishRowAvx2 : FinishRowScalar;
+    if (s.style == FillStyle::Colour) plan.oneOpacity = s.opacity;
     RowScratch& w = plan.scratch;
     for (auto* v : {&w.r, &w.g, &w.b, &w.opacity}) v->resize(static_cast<size_t>(n));
-    for (auto* v : {&w.ur, &w.ug, &w.ub}) v->resize(static_cast<size_t>(n));
-    w.slope.resize(static_cast<size_t>(n));
-    w.height.resize(static_cast<size_t>(n));
     if (s.style == FillStyle::Horizontal || s.style == FillStyle::FitHorizontal) {
         const float scale = 255.0f / detail::SpanOrFloor(X2 - X1, 0.01f);
         for (int i = 0; i < n; ++i) {
@@ -175,11 +195,13 @@ inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int 
             plan.columnOpacity.push_back(plan.opacityOfGa[s.gradA[p]]);
         }
         if (s.noiseAmount > 0 && s.noisePerChannel)
-            for (const auto& [to, from] : {std::pair{&plan.columnD[0], &plan.columnR},
-                                           std::pair{&plan.columnD[1], &plan.columnG},
-                                           std::pair{&plan.columnD[2], &plan.columnB}})
+            for (const auto& [to, from] : {std::pair{&plan.columnF[0], &plan.columnR},
+                                           std::pair{&plan.columnF[1], &plan.columnG},
+                                           std::pair{&plan.columnF[2], &plan.columnB}})
                 to->assign(from->begin(), from->end());
         plan.columnsOpaque = std::all_of(plan.columnOpacity.begin(), plan.columnOpacity.end(), [](int32_t o) { return o == 255; });
+        const auto [least, most] = std::minmax_element(plan.columnOpacity.begin(), plan.columnOpacity.end());
+        if (n > 0 && *least == *most) plan.oneOpacity = *least;
         if (plan.columnsOpaque)
             for (const auto& [bytes, from] : {std::pair{&plan.columnBytes[0], &plan.columnR},
                                               std::pair{&plan.columnBytes[1], &plan.columnG},
@@ -313,71 +335,54 @@ inline void ModeRow(const DeliverSettings& s, const FillPlan& plan, size_t rowAt
     }
 }
 
-// A paper at least this wide is read in place, a run per repeat; a narrower
-// one is laid out along the row first, so that the runs stay long.
-constexpr int PaperReadInPlace = 64;
-
-// The finishing steps over the row, in runs that each read one stretch of the
-// paper row (y's) from column `first` on, wrapping at the paper's width.
-inline void FinishOverPaper(const DeliverSettings& s, const FillPlan& plan, FinishRowArgs f, int y, int first) {
-    const size_t row = static_cast<size_t>(y % s.paperH) * s.paperStride;
-    const float* slope = s.paperF + row;
-    const uint8_t* height = s.paperB + row;
-    const int n = f.n;
-    int u = first % s.paperW;
-    if (s.paperW < PaperReadInPlace) {
-        RowScratch& w = plan.scratch;
-        for (int i = 0; i < n;) {
-            const int run = std::min(n - i, s.paperW - u);
-            std::memcpy(w.slope.data() + i, slope + u, static_cast<size_t>(run) * sizeof(float));
-            std::memcpy(w.height.data() + i, height + u, static_cast<size_t>(run));
-            i += run;
-            u = 0;
-        }
-        if (s.bump) f.slope = w.slope.data();
-        if (s.dry) f.height = w.height.data();
-        plan.finish(f);
-        return;
+// Makes the plan's paper (see PaperPlan).
+inline void MakePaperPlan(const DeliverSettings& s, const FillPlan& plan) {
+    PaperPlan& p = plan.paper;
+    p.made = true;
+    const size_t w = static_cast<size_t>(s.paperW), h = static_cast<size_t>(s.paperH), row = w + PaperPad;
+    auto lay = [&](auto& to, const auto* from, auto texel) {
+        to.resize(row * h);
+        for (size_t v = 0; v < h; ++v)
+            for (size_t u = 0; u < row; ++u) to[v * row + u] = texel(from[v * s.paperStride + u % w]);
+    };
+    if (s.bump) lay(p.slope, s.paperF, [](float e) { return e; });
+    if (!s.dry) return;
+    uint8_t after[256];
+    bool bytes = plan.oneOpacity >= 0;
+    for (int q = 0; q < 256 && bytes; ++q) {
+        const float dry = static_cast<float>(s.negative ? q : 255 - q) * s.opacityFraction * s.strength;
+        const int o = std::max(RoundF(static_cast<float>(plan.oneOpacity) - dry), 0);
+        bytes = o <= 255;
+        after[q] = static_cast<uint8_t>(o);
     }
-    const FinishRowArgs whole = f;
-    for (int i = 0; i < n;) {
-        const int run = std::min(n - i, s.paperW - u);
-        auto at = [i](auto* p) { return p ? p + i : p; };
-        f.n = run;
-        f.r = at(whole.r), f.g = at(whole.g), f.b = at(whole.b), f.opacity = at(whole.opacity);
-        f.rd = at(whole.rd), f.gd = at(whole.gd), f.bd = at(whole.bd);
-        f.ur = at(whole.ur), f.ug = at(whole.ug), f.ub = at(whole.ub);
-        f.oldR = at(whole.oldR), f.oldG = at(whole.oldG), f.oldB = at(whole.oldB), f.alpha = at(whole.alpha);
-        f.outR = at(whole.outR), f.outG = at(whole.outG), f.outB = at(whole.outB);
-        f.slope = s.bump ? slope + u : nullptr;
-        f.height = s.dry ? height + u : nullptr;
-        plan.finish(f);
-        i += run;
-        u = 0;
-    }
+    if (bytes) lay(p.dryOpacity, s.paperB, [&after](uint8_t q) { return after[q]; });
+    else lay(p.height, s.paperB, [](uint8_t q) { return q; });
 }
 
-// The noise: one draw scaled by the colour pixel by pixel; a draw per channel
-// is only sorted into a row per channel for the finishing steps.
-inline void NoiseRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, int n) {
+// The finishing steps over the row, reading the paper row (y's) from column
+// `first` on.
+inline void FinishOverPaper(const DeliverSettings& s, const FillPlan& plan, FinishRowArgs f, int y, int first) {
+    const PaperPlan& p = plan.paper;
+    if (!p.made) MakePaperPlan(s, plan);
+    const size_t at = static_cast<size_t>(y % s.paperH) * static_cast<size_t>(s.paperW + PaperPad);
+    auto row = [at](const auto& v) { return v.empty() ? nullptr : v.data() + at; };
+    f.slope = row(p.slope);
+    f.height = row(p.height);
+    f.dryOpacity = row(p.dryOpacity);
+    f.paperU = first % s.paperW;
+    f.paperW = s.paperW;
+    plan.finish(f);
+}
+
+// Value noise: one draw a pixel, scaled by the colour. Noise per channel is
+// left to the finishing steps.
+inline void ValueNoiseRow(const DeliverSettings& s, const FillPlan& plan, const double* draws, int n) {
     RowScratch& w = plan.scratch;
-    if (NoiseDrawCount(s) == 3) {
-        if (!draws) return;  // sorted already
-        double* __restrict ur = w.ur.data();
-        double* __restrict ug = w.ug.data();
-        double* __restrict ub = w.ub.data();
-        for (int i = 0; i < n; ++i) {
-            ur[i] = draws[3 * i];
-            ug[i] = draws[3 * i + 1];
-            ub[i] = draws[3 * i + 2];
-        }
-        return;
-    }
     for (int i = 0; i < n; ++i) {
         DeliverState noisy;
         noisy.R = w.r[static_cast<size_t>(i)], noisy.G = w.g[static_cast<size_t>(i)], noisy.B = w.b[static_cast<size_t>(i)];
         NoiseDraws d;
-        d.u[0] = draws[i];
+        d.u = draws[i];
         Noise(s, noisy, d);
         w.r[static_cast<size_t>(i)] = noisy.R, w.g[static_cast<size_t>(i)] = noisy.G, w.b[static_cast<size_t>(i)] = noisy.B;
     }
@@ -411,8 +416,7 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const Spa
         for (int c = 0; c < 3; ++c) std::memcpy(out[c], plan.columnBytes[c].data() + k, static_cast<size_t>(n));
         return;
     }
-    const bool sorted = noise && NoiseDrawCount(s) == 3 && draws.channel[0];
-    if (noise) NoiseRow(s, plan, sorted ? nullptr : draws.all, n);
+    if (noise && NoiseDrawCount(s) == 1) ValueNoiseRow(s, plan, draws.all, n);
     const RowScratch& w = plan.scratch;
     FinishRowArgs f;
     f.n = n;
@@ -420,17 +424,13 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const Spa
     if (columns) {
         f.r = plan.columnR.data() + k, f.g = plan.columnG.data() + k, f.b = plan.columnB.data() + k;
         f.opacity = plan.columnOpacity.data() + k;
-        if (!plan.columnD[0].empty())
-            f.rd = plan.columnD[0].data() + k, f.gd = plan.columnD[1].data() + k, f.bd = plan.columnD[2].data() + k;
+        if (!plan.columnF[0].empty())
+            f.rf = plan.columnF[0].data() + k, f.gf = plan.columnF[1].data() + k, f.bf = plan.columnF[2].data() + k;
     }
     if (noise && NoiseDrawCount(s) == 3) {
-        f.ur = w.ur.data(), f.ug = w.ug.data(), f.ub = w.ub.data();
-        if (sorted) {
-            f.ur = draws.channel[0], f.ug = draws.channel[1], f.ub = draws.channel[2];
-            f.centred = draws.centred;
-        }
-        f.noiseR = s.noiseAmount;
-        f.noiseG = f.noiseR * 1.1;
+        f.nr = draws.channel[0], f.ng = draws.channel[1], f.nb = draws.channel[2];
+        f.noiseR = ChannelNoiseScale(s.noiseAmount, false);
+        f.noiseG = ChannelNoiseScale(s.noiseAmount, true);
     }
     f.oldR = s.r + rowAt, f.oldG = s.g + rowAt, f.oldB = s.b + rowAt;
     if (masked) f.alpha = s.a + rowAt;
@@ -468,9 +468,9 @@ inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverS
     const int per = (Steps & DpNoise) ? NoiseDrawCount(s) : 0;
     for (int i = quick; i < n; ++i) {
         NoiseDraws d;
-        for (int k = 0; k < per; ++k)
-            d.u[k] = draws.all ? draws.all[static_cast<size_t>(i) * per + k]
-                               : (draws.centred ? draws.channel[k][i] * 0x1.0p-53 + 0.5 : draws.channel[k][i]);
+        if (per == 1) d.u = draws.all[i];
+        if (per == 3)
+            for (int k = 0; k < 3; ++k) d.c[k] = draws.channel[k][i];
         const uint32_t v = DeliverPixelIn<Steps>(s, st, d, colour, first + i, y, X1, Y1, X2, Y2);
         out[0][i] = static_cast<uint8_t>(v);
         out[1][i] = static_cast<uint8_t>(v >> 8);
@@ -478,19 +478,9 @@ inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverS
     }
 }
 
-// The same with the span's draws in one array, NoiseDrawCount per pixel.
-template <unsigned Steps>
-inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const double* draws,
-                        uint32_t colour, int y, int first, int n, int X1, int Y1, int X2, int Y2, uint8_t* outR,
-                        uint8_t* outG, uint8_t* outB) {
-    SpanDraws d;
-    d.all = draws;
-    DeliverSpan<Steps>(s, plan, st, d, colour, y, first, n, X1, Y1, X2, Y2, outR, outG, outB);
-}
-
 // The plan's columns plan.x0..plan.x1 - 1 of row y.
-template <unsigned Steps, typename Draws>
-inline void DeliverRow(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const Draws& draws,
+template <unsigned Steps>
+inline void DeliverRow(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const SpanDraws& draws,
                        uint32_t colour, int y, int X1, int Y1, int X2, int Y2, uint8_t* outR, uint8_t* outG,
                        uint8_t* outB) {
     DeliverSpan<Steps>(s, plan, st, draws, colour, y, plan.x0, plan.x1 - plan.x0, X1, Y1, X2, Y2, outR, outG, outB);

@@ -77,14 +77,8 @@ double Draw(State& s) {
 
 #if defined(KW_X86)
 #define KW_AVX2 __attribute__((target("avx2")))
-// One step of the four lanes: their next draws as doubles. The draw is the
-// sum's top 53 bits m over 2^53. m under the exponent of 2^52 (whose lowest
-// bit is m's top bit already) reads 2^52 + m's low 52 bits: less 2^52 where
-// m's top bit, the sum's sign, is clear, it is m, exactly. Centred, the
-// draw less a half times 2^53 is m - 2^52: 2^52 less where the top bit is set,
-// 2^53 where it is clear.
-template <bool Centred = false>
-KW_AVX2 inline __m256d LaneStep(__m256i (&s)[4]) {
+// One step of the four lanes: their next 64-bit results.
+KW_AVX2 inline __m256i LaneResult(__m256i (&s)[4]) {
     const __m256i sum = _mm256_add_epi64(s[0], s[3]);
     const __m256i t = _mm256_slli_epi64(s[1], 17);
     s[2] = _mm256_xor_si256(s[2], s[0]);
@@ -93,12 +87,16 @@ KW_AVX2 inline __m256d LaneStep(__m256i (&s)[4]) {
     s[0] = _mm256_xor_si256(s[0], s[3]);
     s[2] = _mm256_xor_si256(s[2], t);
     s[3] = _mm256_or_si256(_mm256_slli_epi64(s[3], 45), _mm256_srli_epi64(s[3], 19));
+    return sum;
+}
+// The same as doubles: the draw is the sum's top 53 bits m over 2^53. m under
+// the exponent of 2^52 (whose lowest bit is m's top bit already) reads 2^52 +
+// m's low 52 bits: less 2^52 where m's top bit, the sum's sign, is clear, it
+// is m, exactly.
+KW_AVX2 inline __m256d LaneStep(__m256i (&s)[4]) {
+    const __m256i sum = LaneResult(s);
     const __m256i exponent = _mm256_set1_epi64x(0x4330000000000000);
     const __m256d m = _mm256_castsi256_pd(_mm256_or_si256(_mm256_srli_epi64(sum, 11), exponent));
-    if constexpr (Centred) {
-        const __m256d less = _mm256_blendv_pd(_mm256_set1_pd(0x1.0p53), _mm256_set1_pd(0x1.0p52), _mm256_castsi256_pd(sum));
-        return _mm256_sub_pd(m, less);
-    }
     const __m256d less = _mm256_blendv_pd(_mm256_set1_pd(0x1.0p52), _mm256_setzero_pd(), _mm256_castsi256_pd(sum));
     return _mm256_mul_pd(_mm256_sub_pd(m, less), _mm256_set1_pd(0x1.0p-53));
 }
@@ -144,29 +142,58 @@ KW_AVX2 void FourLanes(State (&lane)[4], double* out, size_t stride, size_t coun
     StoreLanes(s, lane);
 }
 
-// count pixels of three draws each, of each of the four lanes, sorted by
-// channel into ch[c] + lane * stride: twelve steps are four pixels of every
-// lane, and each channel's four steps turn like FourLanes' four.
-template <bool Centred>
-KW_AVX2 void FourLanesChannels(State (&lane)[4], double* const (&ch)[3], size_t stride, size_t count) {
+// Four steps of the four lanes as each lane's four draws of each channel:
+// words interleaved step by step, then pairs of words, leave each 128-bit half
+// holding one lane's four words of a channel in a qword; red[h] holds lanes 0
+// and 1 in its low half and lanes 2 and 3 in its high half. The words are
+// centred (their top bit flipped) on the way.
+struct LaneWords {
+    __m256i red, green, blue;
+};
+KW_AVX2 inline LaneWords WordsOfSteps(__m256i a, __m256i b, __m256i c, __m256i d) {
+    const __m256i ab0 = _mm256_unpacklo_epi16(a, b), ab1 = _mm256_unpackhi_epi16(a, b);
+    const __m256i cd0 = _mm256_unpacklo_epi16(c, d), cd1 = _mm256_unpackhi_epi16(c, d);
+    // Words 0 and 1 (blue), 2 and 3 (green, red) of lanes 0 and 2, then 1 and 3.
+    const __m256i low0 = _mm256_unpacklo_epi32(ab0, cd0), high0 = _mm256_unpackhi_epi32(ab0, cd0);
+    const __m256i low1 = _mm256_unpacklo_epi32(ab1, cd1), high1 = _mm256_unpackhi_epi32(ab1, cd1);
+    const __m256i centre = _mm256_set1_epi16(static_cast<short>(0x8000));
+    return {_mm256_xor_si256(_mm256_unpackhi_epi64(high0, high1), centre),
+            _mm256_xor_si256(_mm256_unpacklo_epi64(high0, high1), centre),
+            _mm256_xor_si256(_mm256_unpackhi_epi64(low0, low1), centre)};
+}
+// Eight steps of one channel (first, then second four) to each lane's row.
+KW_AVX2 inline void StoreLaneWords(__m256i first, __m256i second, int16_t* const (&to)[4], size_t i) {
+    const __m256i even = _mm256_unpacklo_epi64(first, second), odd = _mm256_unpackhi_epi64(first, second);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to[0] + i), _mm256_castsi256_si128(even));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to[1] + i), _mm256_castsi256_si128(odd));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to[2] + i), _mm256_extracti128_si256(even, 1));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to[3] + i), _mm256_extracti128_si256(odd, 1));
+}
+
+// count pixels of each of the four lanes, a result each cut into its three
+// noise words, into ch[c] + lane * stride.
+KW_AVX2 void FourLanesNoise(State (&lane)[4], int16_t* const (&ch)[3], size_t stride, size_t count) {
     __m256i s[4];
     LoadLanes(lane, s);
+    int16_t* const to[3][4] = {{ch[0], ch[0] + stride, ch[0] + 2 * stride, ch[0] + 3 * stride},
+                               {ch[1], ch[1] + stride, ch[1] + 2 * stride, ch[1] + 3 * stride},
+                               {ch[2], ch[2] + stride, ch[2] + 2 * stride, ch[2] + 3 * stride}};
     size_t i = 0;
-    for (; i + 4 <= count; i += 4) {
-        __m256d step[12];
-        for (__m256d& v : step) v = LaneStep<Centred>(s);
-        for (size_t c = 0; c < 3; ++c) {
-            __m256d v[4];
-            Turn(step[c], step[c + 3], step[c + 6], step[c + 9], v);
-            for (size_t l = 0; l < 4; ++l) _mm256_storeu_pd(ch[c] + l * stride + i, v[l]);
-        }
+    for (; i + 8 <= count; i += 8) {
+        const __m256i a = LaneResult(s), b = LaneResult(s), c = LaneResult(s), d = LaneResult(s);
+        const LaneWords first = WordsOfSteps(a, b, c, d);
+        const __m256i e = LaneResult(s), f = LaneResult(s), g = LaneResult(s), h = LaneResult(s);
+        const LaneWords second = WordsOfSteps(e, f, g, h);
+        StoreLaneWords(first.red, second.red, to[0], i);
+        StoreLaneWords(first.green, second.green, to[1], i);
+        StoreLaneWords(first.blue, second.blue, to[2], i);
     }
-    alignas(32) double d[4];
-    for (; i < count; ++i)
-        for (size_t c = 0; c < 3; ++c) {
-            _mm256_store_pd(d, LaneStep<Centred>(s));
-            for (size_t l = 0; l < 4; ++l) ch[c][l * stride + i] = d[l];
-        }
+    alignas(32) uint64_t r[4];
+    for (; i < count; ++i) {
+        _mm256_store_si256(reinterpret_cast<__m256i*>(r), LaneResult(s));
+        for (size_t l = 0; l < 4; ++l)
+            for (int k = 0; k < 3; ++k) to[k][l][i] = NoiseWord(r[l], 3 - k);
+    }
     StoreLanes(s, lane);
 }
 
@@ -207,46 +234,31 @@ void RndRow(double* out, size_t count, bool vector) {
     Keep(s);
 }
 
-namespace {
-// (Rnd() - 0.5) * 2^53, exactly: the top 53 bits less 2^52.
-double CentredDraw(State& s) {
-    const uint64_t result = s[0] + s[3];
-    Step(s);
-    return static_cast<double>(static_cast<int64_t>(result >> 11) - (int64_t{1} << 52));
-}
-
-template <bool Centred>
-void RowChannels(double* const (&ch)[3], size_t pixels, bool vector) {
+void RndRowNoise(int16_t* red, int16_t* green, int16_t* blue, size_t pixels, bool vector) {
+    int16_t* const ch[3] = {red, green, blue};
     State s = Current();
-    auto draw = [](State& st) { return Centred ? CentredDraw(st) : Draw(st); };
+    auto draw = [&ch](State& st, size_t i) {
+        const uint64_t result = st[0] + st[3];
+        Step(st);
+        for (int k = 0; k < 3; ++k) ch[k][i] = NoiseWord(result, 3 - k);
+    };
 #if defined(KW_X86)
-    if (vector && 3 * pixels >= MinLaneDraws && HaveAvx2()) {
+    if (vector && pixels >= MinLaneDraws && HaveAvx2()) {
         // Quarters of k pixels; the last one ends at pixels.
         const size_t k = (pixels + 3) / 4, last = pixels - 3 * k;
-        const Jump& jump = JumpOf(3 * k);
+        const Jump& jump = JumpOf(k);
         State lane[4] = {s, {}, {}, {}};
         for (int l = 1; l < 4; ++l) lane[l] = Ahead(jump, lane[l - 1]);
-        FourLanesChannels<Centred>(lane, ch, k, last);
+        FourLanesNoise(lane, ch, k, last);
         for (size_t l = 0; l < 3; ++l)
-            for (size_t i = last; i < k; ++i)
-                for (double* c : ch) c[l * k + i] = draw(lane[l]);
+            for (size_t i = last; i < k; ++i) draw(lane[l], l * k + i);
         Keep(lane[3]);
         return;
     }
 #endif
     (void)vector;
-    for (size_t i = 0; i < pixels; ++i)
-        for (double* c : ch) c[i] = draw(s);
+    for (size_t i = 0; i < pixels; ++i) draw(s, i);
     Keep(s);
-}
-}  // namespace
-
-void RndRowChannels(double* first, double* second, double* third, size_t pixels, bool vector) {
-    RowChannels<false>({first, second, third}, pixels, vector);
-}
-
-void RndRowChannelsCentred(double* first, double* second, double* third, size_t pixels, bool vector) {
-    RowChannels<true>({first, second, third}, pixels, vector);
 }
 
 }  // namespace vb

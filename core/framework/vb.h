@@ -76,12 +76,23 @@ void Randomize(uint32_t seed);
 // state left behind; long rows are drawn in four lanes at once where the
 // processor can (vector = false keeps to one at a time).
 void RndRow(double* out, size_t count, bool vector = true);
-// pixels times three draws of Rnd, sorted by channel: first[i], second[i] and
-// third[i] are the draws 3i, 3i + 1 and 3i + 2, the state left as after them.
-void RndRowChannels(double* first, double* second, double* third, size_t pixels, bool vector = true);
-// The same draws centred: (Rnd() - 0.5) * 2^53, whole numbers in
-// [-2^52, 2^52), each exact, so that the draw less a half is one multiply away.
-void RndRowChannelsCentred(double* first, double* second, double* third, size_t pixels, bool vector = true);
+// The colour noise of a pixel: one result of the generator cut into three
+// 16-bit draws, centred: a word's value less 2^15, so that the draw less a half
+// is c / 2^16. Red takes the top word, green the next and blue the third; the
+// lowest, the generator's weakest bits, is left over.
+inline int16_t NoiseWord(uint64_t result, int word) {
+    return static_cast<int16_t>(static_cast<uint16_t>(result >> (16 * word)) ^ 0x8000u);
+}
+struct ChannelNoise {
+    int16_t r, g, b;
+};
+inline ChannelNoise NextChannelNoise() {
+    const uint64_t x = NextRandom();
+    return {NoiseWord(x, 3), NoiseWord(x, 2), NoiseWord(x, 1)};
+}
+// pixels of colour noise into a row per channel: the values and the state left
+// behind are those of NextChannelNoise pixel by pixel.
+void RndRowNoise(int16_t* red, int16_t* green, int16_t* blue, size_t pixels, bool vector = true);
 
 // Packed colour: red in bits 0..7, green 8..15, blue 16..23.
 constexpr uint32_t RGB(int r, int g, int b) {

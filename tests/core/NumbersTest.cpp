@@ -110,43 +110,47 @@ TEST(Numbers, RowsOfDrawsAreTheSingleDrawsInOrder) {
         }
 }
 
-// Rows of three draws a pixel sorted by channel hold the single draws in the
-// same order: short rows, rows around the size where four lanes start, and
-// lengths leaving every remainder by four in the quarters and their tails;
-// centred, each is the single draw less a half, times 2^53.
-TEST(Numbers, RowsOfDrawsByChannelAreTheSingleDrawsInOrder) {
-    for (bool centred : {false, true})
+// Rows of colour noise hold each pixel's draw cut into its words, in order:
+// short rows, rows around the size where four lanes start, and lengths
+// leaving every remainder by four in the quarters and their tails; between
+// plain rows of other lengths, each wanting its own jump, they go on from
+// where the single draws would be.
+TEST(Numbers, RowsOfColourNoiseAreTheSingleDrawsInOrder) {
     for (bool vector : {false, true})
-        for (size_t pixels : {size_t{0}, size_t{1}, size_t{85}, size_t{86}, size_t{87}, size_t{88}, size_t{89},
-                              size_t{333}, size_t{4000}, size_t{4001}, size_t{4003}}) {
+        for (size_t pixels : {size_t{0}, size_t{1}, size_t{255}, size_t{256}, size_t{257}, size_t{258},
+                              size_t{259}, size_t{1001}, size_t{32000}, size_t{32003}}) {
             vb::Randomize(7);
-            std::vector<double> want[3];
-            for (size_t i = 0; i < pixels; ++i)
-                for (auto& c : want) c.push_back(centred ? (vb::Rnd() - 0.5) * 0x1.0p53 : vb::Rnd());
+            std::vector<int16_t> want[3];
+            for (size_t i = 0; i < pixels; ++i) {
+                const vb::ChannelNoise c = vb::NextChannelNoise();
+                want[0].push_back(c.r), want[1].push_back(c.g), want[2].push_back(c.b);
+            }
             const double next = vb::Rnd();
             vb::Randomize(7);
-            std::vector<double> got[3];
-            for (auto& c : got) c.assign(pixels, -1.0);
-            (centred ? vb::RndRowChannelsCentred : vb::RndRowChannels)(got[0].data(), got[1].data(), got[2].data(),
-                                                                       pixels, vector);
-            for (int c = 0; c < 3; ++c)
-                ASSERT_EQ(got[c], want[c]) << "pixels " << pixels << " vector " << vector << " centred " << centred;
-            EXPECT_EQ(vb::Rnd(), next) << "pixels " << pixels << " vector " << vector << " centred " << centred;
+            std::vector<int16_t> got[3];
+            for (auto& c : got) c.assign(pixels, 12345);
+            vb::RndRowNoise(got[0].data(), got[1].data(), got[2].data(), pixels, vector);
+            for (int c = 0; c < 3; ++c) ASSERT_EQ(got[c], want[c]) << "pixels " << pixels << " vector " << vector;
+            EXPECT_EQ(vb::Rnd(), next) << "pixels " << pixels << " vector " << vector;
         }
-    // Rows by channel between plain rows of other lengths, each wanting its
-    // own jump: together they are the single draws in order.
     vb::Randomize(3);
-    std::vector<double> want(3 * 500 + 700);
-    for (double& d : want) d = vb::Rnd();
+    std::vector<double> plainWant(700);
+    for (size_t i = 0; i < 300; ++i) plainWant[i] = vb::Rnd();
+    std::vector<uint64_t> noiseWant(500);
+    for (uint64_t& x : noiseWant) x = vb::NextRandom();
+    for (size_t i = 300; i < 700; ++i) plainWant[i] = vb::Rnd();
     vb::Randomize(3);
-    std::vector<double> c[3], plain(700);
+    std::vector<double> plain(700);
+    std::vector<int16_t> c[3];
     for (auto& v : c) v.resize(500);
     vb::RndRow(plain.data(), 300);
-    vb::RndRowChannels(c[0].data(), c[1].data(), c[2].data(), 500);
+    vb::RndRowNoise(c[0].data(), c[1].data(), c[2].data(), 500);
     vb::RndRow(plain.data() + 300, 400);
-    std::vector<double> got(plain.begin(), plain.begin() + 300);
+    EXPECT_EQ(plain, plainWant);
     for (size_t i = 0; i < 500; ++i)
-        for (auto& v : c) got.push_back(v[i]);
-    got.insert(got.end(), plain.begin() + 300, plain.end());
-    EXPECT_EQ(got, want);
+        for (int k = 0; k < 3; ++k) {
+            // Red is the top word, then green and blue, each less 2^15.
+            const int word = static_cast<int>((noiseWant[i] >> (48 - 16 * k)) & 0xFFFF);
+            ASSERT_EQ(c[k][i], word - 32768) << "pixel " << i << " channel " << k;
+        }
 }

@@ -2,8 +2,8 @@
 // and the same kept values for every style, mode, noise, paper and alpha
 // setting at the opacities where rounding turns, over spans that start and
 // end at every kind of column (vector blocks and their remainders), with the
-// finishing steps in their plain form and in the AVX2 form, and with a draw
-// per channel handed over in one array or sorted into a row per channel.
+// finishing steps in their plain form and in the AVX2 form, over papers
+// narrower than a vector block and wider than several.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -62,22 +62,37 @@ struct Scene {
     }
 };
 
-// The draws of one pixel, spread over [0, 1) and different per channel, in
-// steps of 2^-53 as the generator's are (so that centred they are exact).
-double Draw(int x, int y, int k) {
-    return std::ldexp(std::floor(std::ldexp(((x * 7 + y * 13 + k * 5) % 16) / 16.0 + 0.01 * k, 53)), -53);
+// The draws of one pixel: value noise's spread over [0, 1) in steps of 2^-53
+// as the generator's are; per channel the extremes, draws whose product with
+// the test's amount is a whole number and a half (a tie), and middles.
+double ValueDraw(int x, int y) {
+    return std::ldexp(std::floor(std::ldexp(((x * 7 + y * 13) % 16) / 16.0 + 0.01, 53)), -53);
 }
+constexpr int Amount = 50;
+const int Amounts[] = {1, 2, Amount, 64, 127, 255};
+int16_t ChannelDraw(int x, int y, int k) {
+    static const std::vector<int16_t> values = [] {
+        std::vector<int16_t> v = {-32768, 32767, 0, 1, -1, 1000, -7777, 20000};
+        for (int amount : Amounts)
+            for (int c = 1; c < 32768; ++c)
+                if (((c * amount) & 0xFFFF) == 0x8000) {
+                    v.insert(v.end(), {static_cast<int16_t>(c), static_cast<int16_t>(-c)});
+                    break;
+                }
+        return v;
+    }();
+    return values[static_cast<size_t>(x * 7 + y * 13 + k * 5) % values.size()];
+}
+
+// The finishing steps in their plain form and as the plan chooses them.
+const kwfill::FinishRowFn ScalarAndChosen[] = {kwfill::FinishRowScalar, nullptr};
 
 // Runs the span x0..x1 of every row through DeliverRow (in place on copies of
 // the planes) and through DeliverPixelIn pixel by pixel; compares pixels and
-// state. sorted hands a draw per channel over as a row per channel, centred
-// as (u - 0.5) * 2^53.
-enum class Sorted { No, Plain, Centred };
-// The finishing steps in their plain form and as the plan chooses them.
-const kwfill::FinishRowFn ScalarAndChosen[] = {kwfill::FinishRowScalar, nullptr};
+// state.
 template <unsigned Steps>
 void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1, const std::string& name,
-                           kwfill::FinishRowFn finish = nullptr, Sorted sorted = Sorted::No) {
+                           kwfill::FinishRowFn finish = nullptr) {
     const uint32_t colour = 0x2A80D5;
     const int W = scene.w;
     const int X1 = 2, Y1 = 0, X2 = W - 3, Y2 = H - 1;
@@ -89,7 +104,8 @@ void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1
     for (int y = 0; y < H; ++y)
         for (int x = x0; x < x1; ++x) {
             kwfill::NoiseDraws d;
-            for (int k = 0; k < per; ++k) d.u[k] = Draw(x, y, k);
+            d.u = ValueDraw(x, y);
+            for (int k = 0; k < 3; ++k) d.c[k] = ChannelDraw(x, y, k);
             const uint32_t v = kwfill::DeliverPixelIn<kwfill::DpAll>(s, wantState, d, colour, x, y, X1, Y1, X2, Y2);
             const size_t at = static_cast<size_t>(y) * (W + 1) + static_cast<size_t>(x);
             for (int k = 0; k < 3; ++k) want[k][at] = static_cast<uint8_t>(v >> (8 * k));
@@ -100,27 +116,22 @@ void ExpectRowsMatchPixels(const Scene& scene, DeliverSettings s, int x0, int x1
     kwfill::FillPlan plan = kwfill::PlanFill(s, colour, X1, X2, x0, x1);
     if (finish) plan.finish = finish;
     DeliverState gotState = start;
-    std::vector<double> draws, channel[3];
+    std::vector<double> values;
+    std::vector<int16_t> channel[3];
     for (int y = 0; y < H; ++y) {
-        draws.clear();
+        values.clear();
         for (auto& c : channel) c.clear();
-        for (int x = x0; x < x1; ++x)
-            for (int k = 0; k < per; ++k) {
-                draws.push_back(Draw(x, y, k));
-                if (per == 3) channel[k].push_back(sorted == Sorted::Centred ? (Draw(x, y, k) - 0.5) * 0x1.0p53
-                                                                             : Draw(x, y, k));
-            }
+        for (int x = x0; x < x1; ++x) {
+            values.push_back(ValueDraw(x, y));
+            for (int k = 0; k < 3; ++k) channel[k].push_back(ChannelDraw(x, y, k));
+        }
         const size_t at = static_cast<size_t>(y) * (W + 1) + static_cast<size_t>(x0);
         uint8_t* const out[3] = {got[0].data() + at, got[1].data() + at, got[2].data() + at};
-        if (sorted != Sorted::No && per == 3) {
-            kwfill::SpanDraws d;
-            d.centred = sorted == Sorted::Centred;
+        kwfill::SpanDraws d;
+        if (per == 1) d.all = values.data();
+        if (per == 3)
             for (int k = 0; k < 3; ++k) d.channel[k] = channel[k].data();
-            kwfill::DeliverRow<Steps>(s, plan, gotState, d, colour, y, X1, Y1, X2, Y2, out[0], out[1], out[2]);
-        } else {
-            kwfill::DeliverRow<Steps>(s, plan, gotState, draws.data(), colour, y, X1, Y1, X2, Y2, out[0], out[1],
-                                      out[2]);
-        }
+        kwfill::DeliverRow<Steps>(s, plan, gotState, d, colour, y, X1, Y1, X2, Y2, out[0], out[1], out[2]);
     }
     for (int k = 0; k < 3; ++k) ASSERT_EQ(got[k], want[k]) << name << " channel " << k;
     EXPECT_EQ(gotState.R, wantState.R) << name;
@@ -138,22 +149,14 @@ void SetCase(DeliverSettings& s, int opacity, uint8_t alphaOff, const int paper[
     s.opacityFraction = opacity / 255.0f;
     s.alphaOff = alphaOff;
     s.bump = paper[0], s.dry = paper[1], s.negative = paper[2];
-    s.noiseAmount = noise ? 50 : 0;
+    s.noiseAmount = noise ? Amount : 0;
     s.noisePerChannel = noise == 1;
 }
 
-// The rows against the pixels through the plain finishing steps and the chosen
-// ones; with a draw per channel, from draws sorted and centred too.
-void ExpectEveryFinishing(const Scene& scene, const DeliverSettings& s, const int span[2], int noise,
-                          const std::string& name) {
-    ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name, kwfill::FinishRowScalar);
-    ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name);
-    if (noise != 1) return;
-    for (Sorted sorted : {Sorted::Plain, Sorted::Centred})
-        for (kwfill::FinishRowFn finish : ScalarAndChosen)
-            ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1],
-                                                 name + (sorted == Sorted::Centred ? " centred" : " sorted"), finish,
-                                                 sorted);
+// The rows against the pixels through the plain finishing steps and the chosen ones.
+void ExpectEveryFinishing(const Scene& scene, const DeliverSettings& s, const int span[2], const std::string& name) {
+    for (kwfill::FinishRowFn finish : ScalarAndChosen)
+        ExpectRowsMatchPixels<kwfill::DpAll>(scene, s, span[0], span[1], name, finish);
 }
 }  // namespace
 
@@ -184,7 +187,7 @@ TEST(DeliverRows, EveryStyleModeNoisePaperAndAlphaGiveThePixelsOfTheSingleKernel
                                      << " alphaOff " << int(alphaOff) << " paper " << paper[0] << paper[1]
                                      << paper[2] << " noise " << noise << " span " << span[0] << ".." << span[1];
                                 // The finishing steps in their plain form and in the form chosen here.
-                                ExpectEveryFinishing(scene, s, span, noise, name.str());
+                                ExpectEveryFinishing(scene, s, span, name.str());
                                 if (::testing::Test::HasFatalFailure()) return;
                             }
 }
@@ -211,9 +214,30 @@ TEST(DeliverRows, RowsOverAWidePaperGiveThePixelsOfTheSingleKernel) {
                                 name << "wide style " << int(style) << " table " << table << " opacity " << opacity
                                      << " alphaOff " << int(alphaOff) << " paper " << paper[0] << paper[1]
                                      << paper[2] << " noise " << noise << " span " << span[0] << ".." << span[1];
-                                ExpectEveryFinishing(scene, s, span, noise, name.str());
+                                ExpectEveryFinishing(scene, s, span, name.str());
                                 if (::testing::Test::HasFatalFailure()) return;
                             }
+}
+
+// Noise per channel of every size, over the draws that make a tie for it, on
+// a plain colour and a gradient, with and without paper.
+TEST(DeliverRows, NoiseOfEveryAmountRoundsAsTheSingleKernelDoes) {
+    const Scene scene(WideW, WidePW);
+    const int papers[][3] = {{0, 0, 0}, {1, 1, 0}};
+    const int span[2] = {0, WideW};
+    for (int amount : Amounts)
+        for (FillStyle style : {FillStyle::Colour, FillStyle::Horizontal})
+            for (const auto& paper : papers)
+                for (uint8_t alphaOff : {255, 0}) {
+                    DeliverSettings s = scene.Settings();
+                    s.style = style;
+                    SetCase(s, 200, alphaOff, paper, 1);
+                    s.noiseAmount = amount;
+                    std::ostringstream name;
+                    name << "amount " << amount << " style " << int(style) << " paper " << paper[0] << " alphaOff "
+                         << int(alphaOff);
+                    ExpectEveryFinishing(scene, s, span, name.str());
+                }
 }
 
 TEST(DeliverRows, LoopsCompiledWithoutTheAlphaStepMatchWhenAlphaLetsEverythingThrough) {

@@ -69,11 +69,13 @@ struct Scene {
     }
 };
 
-// The draws of pixel (x, y): extremes and middles, different for each channel.
+// The draws of pixel (x, y): extremes and middles, different for each channel;
+// per channel as 16-bit draws less a half, so u = 0.5 + c / 2^16.
 NoiseDraws Draws(int x, int y) {
     static const double values[] = {0.0, 0.5, 0.999, 0.25, 0.7, 0.1, 0.45, 0.85};
     NoiseDraws d;
-    for (int k = 0; k < 3; ++k) d.u[k] = values[(x + 3 * y + 5 * k) % 8];
+    d.u = values[(x + 3 * y) % 8];
+    for (int k = 0; k < 3; ++k) d.c[k] = static_cast<int16_t>(std::lround(values[(x + 3 * y + 5 * k) % 8] * 65536) - 32768);
     return d;
 }
 
@@ -143,9 +145,9 @@ uint32_t Reference(const DeliverSettings& s, DeliverState& st, const NoiseDraws&
     if (s.noiseAmount > 0) {
         const double N = s.noiseAmount;
         if (s.noisePerChannel) {
-            for (int k = 0; k < 3; ++k) *c[k] = Clamp(Round(*c[k] + (d.u[k] - 0.5) * (k == 1 ? N * 1.1 : N)));
+            for (int k = 0; k < 3; ++k) *c[k] = Clamp(Round(*c[k] + d.c[k] / 65536.0 * (k == 1 ? N * 1.1 : N)));
         } else {
-            const int n = Round((d.u[0] - 0.5) * N), m = std::max({st.R, st.G, st.B});
+            const int n = Round((d.u - 0.5) * N), m = std::max({st.R, st.G, st.B});
             const int k = m > 0 ? Round(255.0 / m) : 255;
             for (int32_t* v : c) *v = Clamp(Round(*v + n * (*v * k) / 255.0));
         }
