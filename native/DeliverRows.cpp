@@ -8,6 +8,7 @@
 #include "native/DeliverRows.h"
 
 #include <array>
+#include <cstring>
 #include <utility>
 
 #if defined(__x86_64__) || defined(__i386__)
@@ -139,63 +140,82 @@ constexpr unsigned FsNoise = 1, FsBump = 2, FsAlpha = 4, FsDryBytes = 8, FsDrySi
 // whole number, and the bump go through singles, green staying a single from
 // its noise through its bump.
 template <unsigned Steps>
-KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& args) {
-    // A copy of our own, which the byte stores below cannot be taken to alias,
-    // so that its pointers and switches stay in registers.
-    const FinishRowArgs f = args;
+KW_AVX2 inline void FinishBlock(const FinishRowArgs& f, int i, int u) {
     // The red and blue scale is the whole amount over 2^16, exactly.
     const __m256i amount = _mm256_set1_epi16(static_cast<short>(f.noiseR * 65536.0f));
     const __m256 noiseG = _mm256_set1_ps(f.noiseG), full = _mm256_set1_ps(255.0f);
-    const __m256i alphaOff = _mm256_set1_epi16(f.alphaOff);
     const int32_t* const colour[3] = {f.r, f.g, f.b};
     const uint8_t* const old[3] = {f.oldR, f.oldG, f.oldB};
     uint8_t* const out[3] = {f.outR, f.outG, f.outB};
-    int i = 0, u = f.paperU;
-    for (; i + 16 <= f.n; i += 16, u = u + 16 < f.paperW ? u + 16 : (u + 16) % f.paperW) {
-        __m256 e[2];
-        if constexpr ((Steps & FsBump) != 0)
-            for (int h = 0; h < 2; ++h) e[h] = _mm256_mul_ps(_mm256_loadu_ps(f.slope + u + 8 * h), full);
-        __m256i c[3];
-        for (int k = 0; k < 3; ++k) {
-            if ((Steps & FsNoise) && k == 1) continue;
-            c[k] = Words(Load8(colour[k] + i), Load8(colour[k] + i + 8));
-            if constexpr ((Steps & FsNoise) != 0) c[k] = NoiseExact(c[k], (k == 0 ? f.nr : f.nb) + i, amount);
-            if constexpr ((Steps & FsBump) != 0) c[k] = BumpSingles(c[k], e[0], e[1]);
-        }
-        if constexpr ((Steps & FsNoise) != 0) {
-            __m256i g[2];
-            for (int h = 0; h < 2; ++h) {
-                const int at = i + 8 * h;
-                const __m256 from = f.gf ? _mm256_loadu_ps(f.gf + at) : _mm256_cvtepi32_ps(Load8(f.g + at));
-                __m256 v = Noise(from, f.ng + at, noiseG);
-                if constexpr ((Steps & FsBump) != 0) v = _mm256_add_ps(v, e[h]);
-                g[h] = _mm256_cvtps_epi32(v);
-            }
-            c[1] = Words(g[0], g[1]);
-            if constexpr ((Steps & FsBump) != 0) c[1] = Clamp16(c[1]);
-        }
-        __m256i weight;
-        if constexpr ((Steps & FsDryBytes) != 0) weight = Bytes16(f.dryOpacity + u);
-        else weight = Weight(f, i, u, (Steps & FsDrySingles) != 0);
-        const __m256i a = (Steps & FsAlpha) ? _mm256_or_si256(Bytes16(f.alpha + i), alphaOff) : _mm256_set1_epi16(255);
-        for (int k = 0; k < 3; ++k) {
-            const __m256i before = Bytes16(old[k] + i);
-            __m256i v = Mix(c[k], before, weight);
-            // At alpha 255 the mix gives the colour back exactly.
-            if constexpr ((Steps & FsAlpha) != 0) v = Mix(v, before, a);
-            Store16(out[k] + i, v);
-        }
+    __m256 e[2];
+    if constexpr ((Steps & FsBump) != 0)
+        for (int h = 0; h < 2; ++h) e[h] = _mm256_mul_ps(_mm256_loadu_ps(f.slope + u + 8 * h), full);
+    __m256i c[3];
+    for (int k = 0; k < 3; ++k) {
+        if ((Steps & FsNoise) && k == 1) continue;
+        c[k] = Words(Load8(colour[k] + i), Load8(colour[k] + i + 8));
+        if constexpr ((Steps & FsNoise) != 0) c[k] = NoiseExact(c[k], (k == 0 ? f.nr : f.nb) + i, amount);
+        if constexpr ((Steps & FsBump) != 0) c[k] = BumpSingles(c[k], e[0], e[1]);
     }
-    FinishRowArgs rest = f;
-    auto skip = [&](auto*& p) {
-        if (p) p += i;
+    if constexpr ((Steps & FsNoise) != 0) {
+        __m256i g[2];
+        for (int h = 0; h < 2; ++h) {
+            const int at = i + 8 * h;
+            const __m256 from = f.gf ? _mm256_loadu_ps(f.gf + at) : _mm256_cvtepi32_ps(Load8(f.g + at));
+            __m256 v = Noise(from, f.ng + at, noiseG);
+            if constexpr ((Steps & FsBump) != 0) v = _mm256_add_ps(v, e[h]);
+            g[h] = _mm256_cvtps_epi32(v);
+        }
+        c[1] = Words(g[0], g[1]);
+        if constexpr ((Steps & FsBump) != 0) c[1] = Clamp16(c[1]);
+    }
+    __m256i weight;
+    if constexpr ((Steps & FsDryBytes) != 0) weight = Bytes16(f.dryOpacity + u);
+    else weight = Weight(f, i, u, (Steps & FsDrySingles) != 0);
+    __m256i a = _mm256_set1_epi16(255);
+    if constexpr ((Steps & FsAlpha) != 0) a = _mm256_or_si256(Bytes16(f.alpha + i), _mm256_set1_epi16(f.alphaOff));
+    for (int k = 0; k < 3; ++k) {
+        const __m256i before = Bytes16(old[k] + i);
+        __m256i v = Mix(c[k], before, weight);
+        // At alpha 255 the mix gives the colour back exactly.
+        if constexpr ((Steps & FsAlpha) != 0) v = Mix(v, before, a);
+        Store16(out[k] + i, v);
+    }
+}
+
+// The last n < 16 pixels from column i through the same block, from copies
+// padded to sixteen; the paper's rows are long enough to read as they are.
+template <unsigned Steps>
+KW_AVX2 void FinishTail(const FinishRowArgs& f, int i, int u) {
+    const int n = f.n - i;
+    alignas(32) int32_t r[16] = {}, g[16] = {}, b[16] = {}, opacity[16] = {};
+    alignas(32) float gf[16] = {};
+    alignas(32) int16_t nr[16] = {}, ng[16] = {}, nb[16] = {};
+    alignas(16) uint8_t old[3][16] = {}, alpha[16] = {}, out[3][16] = {};
+    auto take = [i, n](auto* to, const auto* from) {
+        if (from) std::memcpy(to, from + i, static_cast<size_t>(n) * sizeof(*from));
+        return from ? to : nullptr;
     };
-    rest.n = f.n - i;
-    rest.paperU = u;
-    skip(rest.r), skip(rest.g), skip(rest.b), skip(rest.opacity), skip(rest.nr), skip(rest.ng), skip(rest.nb);
-    skip(rest.rf), skip(rest.gf), skip(rest.bf), skip(rest.oldR), skip(rest.oldG), skip(rest.oldB), skip(rest.alpha);
-    skip(rest.outR), skip(rest.outG), skip(rest.outB);
-    FinishRowScalar(rest);
+    FinishRowArgs t = f;
+    t.r = take(r, f.r), t.g = take(g, f.g), t.b = take(b, f.b), t.opacity = take(opacity, f.opacity);
+    t.gf = take(gf, f.gf), t.nr = take(nr, f.nr), t.ng = take(ng, f.ng), t.nb = take(nb, f.nb);
+    t.oldR = take(old[0], f.oldR), t.oldG = take(old[1], f.oldG), t.oldB = take(old[2], f.oldB);
+    t.alpha = take(alpha, f.alpha);
+    t.outR = out[0], t.outG = out[1], t.outB = out[2];
+    FinishBlock<Steps>(t, 0, u);
+    std::memcpy(f.outR + i, out[0], static_cast<size_t>(n));
+    std::memcpy(f.outG + i, out[1], static_cast<size_t>(n));
+    std::memcpy(f.outB + i, out[2], static_cast<size_t>(n));
+}
+
+template <unsigned Steps>
+KW_AVX2 void FinishRowsAvx2(const FinishRowArgs& args) {
+    // A copy of our own, which the byte stores cannot be taken to alias, so
+    // that its pointers and switches stay in registers.
+    const FinishRowArgs f = args;
+    int i = 0, u = f.paperU;
+    for (; i + 16 <= f.n; i += 16, u = u + 16 < f.paperW ? u + 16 : (u + 16) % f.paperW) FinishBlock<Steps>(f, i, u);
+    if (i < f.n) FinishTail<Steps>(f, i, u);
 }
 
 // The loops by their steps: every combination of noise, bump and alpha with
