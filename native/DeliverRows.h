@@ -39,7 +39,7 @@ namespace kwfill {
 struct FinishRowArgs {
     int n = 0;
     const int32_t *r = nullptr, *g = nullptr, *b = nullptr, *opacity = nullptr;
-    const float *rf = nullptr, *gf = nullptr, *bf = nullptr;  // the same colour as singles, or null
+    const float* gf = nullptr;  // green as singles, or null
     const int16_t *nr = nullptr, *ng = nullptr, *nb = nullptr;  // a centred draw per channel, or null
     float noiseR = 0, noiseG = 0;  // ChannelNoiseScale for red and blue, for green
     // The paper under the row: the bump adds slope * 255 to each channel;
@@ -112,7 +112,7 @@ struct FillPlan {
     // The gradients: the opacity each gradient alpha gives, and the positions.
     int opacityOfGa[256] = {};
     std::vector<int32_t> columnR, columnG, columnB, columnOpacity;  // across: each column's step of the gradient
-    std::vector<float> columnF[3];  // the same as singles, for noise per channel
+    std::vector<float> columnGreen;  // green as singles, for noise per channel
     // Across at full opacity in every column: the finished bytes of every row.
     bool columnsOpaque = false;
     std::vector<uint8_t> columnBytes[3];
@@ -195,10 +195,7 @@ inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int 
             plan.columnOpacity.push_back(plan.opacityOfGa[s.gradA[p]]);
         }
         if (s.noiseAmount > 0 && s.noisePerChannel)
-            for (const auto& [to, from] : {std::pair{&plan.columnF[0], &plan.columnR},
-                                           std::pair{&plan.columnF[1], &plan.columnG},
-                                           std::pair{&plan.columnF[2], &plan.columnB}})
-                to->assign(from->begin(), from->end());
+            plan.columnGreen.assign(plan.columnG.begin(), plan.columnG.end());
         plan.columnsOpaque = std::all_of(plan.columnOpacity.begin(), plan.columnOpacity.end(), [](int32_t o) { return o == 255; });
         const auto [least, most] = std::minmax_element(plan.columnOpacity.begin(), plan.columnOpacity.end());
         if (n > 0 && *least == *most) plan.oneOpacity = *least;
@@ -424,8 +421,7 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const Spa
     if (columns) {
         f.r = plan.columnR.data() + k, f.g = plan.columnG.data() + k, f.b = plan.columnB.data() + k;
         f.opacity = plan.columnOpacity.data() + k;
-        if (!plan.columnF[0].empty())
-            f.rf = plan.columnF[0].data() + k, f.gf = plan.columnF[1].data() + k, f.bf = plan.columnF[2].data() + k;
+        if (!plan.columnGreen.empty()) f.gf = plan.columnGreen.data() + k;
     }
     if (noise && NoiseDrawCount(s) == 3) {
         f.nr = draws.channel[0], f.ng = draws.channel[1], f.nb = draws.channel[2];
