@@ -5,9 +5,8 @@
 //
 //  * Settings, state, draws. The kernel reads a DeliverSettings, which it never
 //    writes, and a DeliverState, the values kept from pixel to pixel, which it
-//    updates. The uniform draws of colour noise come in from the caller
-//    (NoiseDraws), NoiseDrawCount of them per pixel, so the kernel itself is
-//    deterministic.
+//    updates. The draws of colour noise come in from the caller (NoiseDraws),
+//    so the kernel itself is deterministic.
 //  * Planes. The picture planes r, g, b, the alpha plane a and the swap planes
 //    sr, sg, sb share one stride; the paper and the brush have their own. The
 //    kernel reads them and writes nothing: it returns the colour, 0x00BBGGRR,
