@@ -65,8 +65,11 @@ namespace {
 
 // The colour, eight pixels as singles, plus its centred draws times the
 // scale, rounded and held to 0..255: what ChannelNoise does pixel by pixel.
+KW_AVX2 inline __m256i Widen8(const int16_t* p) {
+    return _mm256_cvtepi16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+}
 KW_AVX2 inline __m256 Noise(__m256 c, const int16_t* draws, __m256 scale) {
-    const __m256 d = _mm256_cvtepi32_ps(_mm256_cvtepi16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(draws))));
+    const __m256 d = _mm256_cvtepi32_ps(Widen8(draws));
     const __m256 v = _mm256_round_ps(_mm256_add_ps(c, _mm256_mul_ps(d, scale)), _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
     return _mm256_min_ps(_mm256_max_ps(v, _mm256_setzero_ps()), _mm256_set1_ps(255.0f));
 }
@@ -144,7 +147,7 @@ KW_AVX2 inline void FinishBlock(const FinishRowArgs& f, int i, int u) {
     // The red and blue scale is the whole amount over 2^16, exactly.
     const __m256i amount = _mm256_set1_epi16(static_cast<short>(f.noiseR * 65536.0f));
     const __m256 noiseG = _mm256_set1_ps(f.noiseG), full = _mm256_set1_ps(255.0f);
-    const int32_t* const colour[3] = {f.r, f.g, f.b};
+    const int16_t* const colour[3] = {f.r, f.g, f.b};
     const uint8_t* const old[3] = {f.oldR, f.oldG, f.oldB};
     uint8_t* const out[3] = {f.outR, f.outG, f.outB};
     __m256 e[2];
@@ -153,7 +156,7 @@ KW_AVX2 inline void FinishBlock(const FinishRowArgs& f, int i, int u) {
     __m256i c[3];
     for (int k = 0; k < 3; ++k) {
         if ((Steps & FsNoise) && k == 1) continue;
-        c[k] = Words(Load8(colour[k] + i), Load8(colour[k] + i + 8));
+        c[k] = Load16(colour[k] + i);
         if constexpr ((Steps & FsNoise) != 0) c[k] = NoiseExact(c[k], (k == 0 ? f.nr : f.nb) + i, amount);
         if constexpr ((Steps & FsBump) != 0) c[k] = BumpSingles(c[k], e[0], e[1]);
     }
@@ -161,7 +164,7 @@ KW_AVX2 inline void FinishBlock(const FinishRowArgs& f, int i, int u) {
         __m256i g[2];
         for (int h = 0; h < 2; ++h) {
             const int at = i + 8 * h;
-            const __m256 from = f.gf ? _mm256_loadu_ps(f.gf + at) : _mm256_cvtepi32_ps(Load8(f.g + at));
+            const __m256 from = f.gf ? _mm256_loadu_ps(f.gf + at) : _mm256_cvtepi32_ps(Widen8(f.g + at));
             __m256 v = Noise(from, f.ng + at, noiseG);
             if constexpr ((Steps & FsBump) != 0) v = _mm256_add_ps(v, e[h]);
             g[h] = _mm256_cvtps_epi32(v);
@@ -188,9 +191,9 @@ KW_AVX2 inline void FinishBlock(const FinishRowArgs& f, int i, int u) {
 template <unsigned Steps>
 KW_AVX2 void FinishTail(const FinishRowArgs& f, int i, int u) {
     const int n = f.n - i;
-    alignas(32) int32_t r[16] = {}, g[16] = {}, b[16] = {}, opacity[16] = {};
+    alignas(32) int32_t opacity[16] = {};
     alignas(32) float gf[16] = {};
-    alignas(32) int16_t nr[16] = {}, ng[16] = {}, nb[16] = {};
+    alignas(32) int16_t r[16] = {}, g[16] = {}, b[16] = {}, nr[16] = {}, ng[16] = {}, nb[16] = {};
     alignas(16) uint8_t old[3][16] = {}, alpha[16] = {}, out[3][16] = {};
     auto take = [i, n](auto* to, const auto* from) {
         if (from) std::memcpy(to, from + i, static_cast<size_t>(n) * sizeof(*from));

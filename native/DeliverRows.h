@@ -38,7 +38,8 @@ namespace kwfill {
 // (null when the step is off).
 struct FinishRowArgs {
     int n = 0;
-    const int32_t *r = nullptr, *g = nullptr, *b = nullptr, *opacity = nullptr;
+    const int16_t *r = nullptr, *g = nullptr, *b = nullptr;
+    const int32_t* opacity = nullptr;
     const float* gf = nullptr;  // green as singles, or null
     const int16_t *nr = nullptr, *ng = nullptr, *nb = nullptr;  // a centred draw per channel, or null
     float noiseR = 0, noiseG = 0;  // ChannelNoiseScale for red and blue, for green
@@ -69,7 +70,8 @@ bool HaveAvx2Finish();
 
 // Rows a plan's loop writes and reads again, one entry per column.
 struct RowScratch {
-    std::vector<int32_t> r, g, b, opacity;
+    std::vector<int16_t> r, g, b;
+    std::vector<int32_t> opacity;
 };
 
 // The texels past the paper's width that its rows repeat (FinishRowArgs).
@@ -111,7 +113,8 @@ struct FillPlan {
     uint8_t lut[3][256] = {};
     // The gradients: the opacity each gradient alpha gives, and the positions.
     int opacityOfGa[256] = {};
-    std::vector<int32_t> columnR, columnG, columnB, columnOpacity;  // across: each column's step of the gradient
+    std::vector<int16_t> columnR, columnG, columnB;  // across: each column's step of the gradient
+    std::vector<int32_t> columnOpacity;
     std::vector<float> columnGreen;  // green as singles, for noise per channel
     // Across at full opacity in every column: the finished bytes of every row.
     bool columnsOpaque = false;
@@ -184,7 +187,8 @@ inline FillPlan PlanFill(const DeliverSettings& s, uint32_t colour, int X1, int 
     plan.finish = inRange && HaveAvx2Finish() ? FinishRowAvx2 : FinishRowScalar;
     if (s.style == FillStyle::Colour) plan.oneOpacity = s.opacity;
     RowScratch& w = plan.scratch;
-    for (auto* v : {&w.r, &w.g, &w.b, &w.opacity}) v->resize(static_cast<size_t>(n));
+    for (auto* v : {&w.r, &w.g, &w.b}) v->resize(static_cast<size_t>(n));
+    w.opacity.resize(static_cast<size_t>(n));
     if (s.style == FillStyle::Horizontal || s.style == FillStyle::FitHorizontal) {
         const float scale = 255.0f / detail::SpanOrFloor(X2 - X1, 0.01f);
         for (int i = 0; i < n; ++i) {
@@ -277,20 +281,20 @@ inline void StyleRow(const DeliverSettings& s, const FillPlan& plan, uint32_t co
                      int Y2) {
     using kwmode::FillStyle;
     RowScratch& w = plan.scratch;
-    int32_t* __restrict R = w.r.data();
-    int32_t* __restrict G = w.g.data();
-    int32_t* __restrict B = w.b.data();
+    int16_t* __restrict R = w.r.data();
+    int16_t* __restrict G = w.g.data();
+    int16_t* __restrict B = w.b.data();
     int32_t* __restrict O = w.opacity.data();
     const FillStyle style = (Steps & DpStyle) ? s.style : FillStyle::Colour;
     auto step = [&](int i, int p) {
         R[i] = s.gradR[p], G[i] = s.gradG[p], B[i] = s.gradB[p], O[i] = plan.opacityOfGa[s.gradA[p]];
     };
     if (style == FillStyle::Horizontal || style == FillStyle::FitHorizontal) {
-        const size_t bytes = static_cast<size_t>(n) * sizeof(int32_t);
-        std::memcpy(R, plan.columnR.data() + k, bytes);
-        std::memcpy(G, plan.columnG.data() + k, bytes);
-        std::memcpy(B, plan.columnB.data() + k, bytes);
-        std::memcpy(O, plan.columnOpacity.data() + k, bytes);
+        const size_t words = static_cast<size_t>(n) * sizeof(int16_t);
+        std::memcpy(R, plan.columnR.data() + k, words);
+        std::memcpy(G, plan.columnG.data() + k, words);
+        std::memcpy(B, plan.columnB.data() + k, words);
+        std::memcpy(O, plan.columnOpacity.data() + k, static_cast<size_t>(n) * sizeof(int32_t));
     } else if (style == FillStyle::Circular) {
         const float dy = EllipseOffset(y, Y1, Y2);
         for (int i = 0; i < n; ++i) {
@@ -304,9 +308,9 @@ inline void StyleRow(const DeliverSettings& s, const FillPlan& plan, uint32_t co
             const int p = GradientStep(static_cast<float>(y - Y1) * (255.0f / SpanOrFloor(Y2 - Y1, 0.01f)));
             c[0] = s.gradR[p], c[1] = s.gradG[p], c[2] = s.gradB[p], c[3] = plan.opacityOfGa[s.gradA[p]];
         }
-        std::fill_n(R, n, c[0]);
-        std::fill_n(G, n, c[1]);
-        std::fill_n(B, n, c[2]);
+        std::fill_n(R, n, static_cast<int16_t>(c[0]));
+        std::fill_n(G, n, static_cast<int16_t>(c[1]));
+        std::fill_n(B, n, static_cast<int16_t>(c[2]));
         std::fill_n(O, n, c[3]);
     }
 }
@@ -316,11 +320,11 @@ template <unsigned Steps>
 inline void ModeRow(const DeliverSettings& s, const FillPlan& plan, size_t rowAt, int n) {
     if (!(Steps & DpMode)) return;
     RowScratch& w = plan.scratch;
-    int32_t* const c[3] = {w.r.data(), w.g.data(), w.b.data()};
+    int16_t* const c[3] = {w.r.data(), w.g.data(), w.b.data()};
     const uint8_t* const old[3] = {s.r + rowAt, s.g + rowAt, s.b + rowAt};
     const uint8_t* const swap[3] = {s.sr + rowAt, s.sg + rowAt, s.sb + rowAt};
     for (int k = 0; k < 3; ++k) {
-        int32_t* __restrict v = c[k];
+        int16_t* __restrict v = c[k];
         const uint8_t* o = old[k];
         if (s.table && s.tableSwapped) {
             for (int i = 0; i < n; ++i) v[i] = s.table[o[i] + 256 * v[i]];
@@ -381,7 +385,9 @@ inline void ValueNoiseRow(const DeliverSettings& s, const FillPlan& plan, const 
         NoiseDraws d;
         d.u = draws[i];
         Noise(s, noisy, d);
-        w.r[static_cast<size_t>(i)] = noisy.R, w.g[static_cast<size_t>(i)] = noisy.G, w.b[static_cast<size_t>(i)] = noisy.B;
+        w.r[static_cast<size_t>(i)] = static_cast<int16_t>(noisy.R);
+        w.g[static_cast<size_t>(i)] = static_cast<int16_t>(noisy.G);
+        w.b[static_cast<size_t>(i)] = static_cast<int16_t>(noisy.B);
     }
 }
 
