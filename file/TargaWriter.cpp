@@ -46,6 +46,22 @@ void EncodeRow(const TargaImage& img, int y, int p, uint8_t* dst) {
     }
 }
 
+// Buffer rows low..top-1 into out, the top one first as the file wants them.
+// The planes are read upward, row after row, so that each plane is one rising
+// stream of addresses for the length of the chunk: read downward, every row
+// starts a new stream, and waiting for memory at each row's start cost the
+// join about a third of its time.
+void EncodeRows(const TargaImage& img, int low, int top, int p, size_t rowBytes, uint8_t* out) {
+    for (int y = low; y < top; ++y) EncodeRow(img, y, p, out + static_cast<size_t>(top - 1 - y) * rowBytes);
+}
+
+// Progress for buffer rows top-1 down to low, done rows having gone before:
+// once for each row whose number is a multiple of ten, as if row by row.
+void ReportRows(int low, int top, int H, int done, TargaProgress progress, void* context) {
+    for (int y = top - 1; y >= low; --y, ++done)
+        if (y % 10 == 0) progress(done * 100 / H, context);
+}
+
 }  // namespace
 
 TargaFileHeader TargaHeaderFor(const TargaImage& img) {
@@ -88,13 +104,12 @@ bool EncodeTargaTo(const TargaImage& img, const TargaSink& sink, TargaProgress p
     const int rowsPerChunk = static_cast<int>(std::max<size_t>(1, ChunkBytes / rowBytes));
     static thread_local TargaBytes chunk;
     chunk.resize(rowBytes * static_cast<size_t>(std::min(rowsPerChunk, H)));
-    int o = 0;
-    for (int y = H - 1; y >= 0;) {
-        int rows = 0;
-        for (; rows < rowsPerChunk && y >= 0; ++rows, --y, ++o) {
-            EncodeRow(img, y, p, chunk.data() + static_cast<size_t>(rows) * rowBytes);
-            if (progress && y % 10 == 0) progress(H > 0 ? o * 100 / H : 100, context);
-        }
+    int done = 0;
+    for (int top = H; top > 0; top -= rowsPerChunk) {
+        const int low = std::max(0, top - rowsPerChunk), rows = top - low;
+        EncodeRows(img, low, top, p, rowBytes, chunk.data());
+        if (progress) ReportRows(low, top, H, done, progress, context);
+        done += rows;
         if (!sink(chunk.data(), static_cast<size_t>(rows) * rowBytes)) return false;
     }
     return true;

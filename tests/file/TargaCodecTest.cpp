@@ -114,18 +114,35 @@ TEST(TargaEncode, RowsGoOutInPiecesThatMakeTheWholeFile) {
         EXPECT_EQ(ParseTargaHeader(whole.data(), whole.size()).PixelDepth, p * 8);
         const TargaBytes encoded = EncodeTarga(img);
         EXPECT_TRUE(std::equal(whole.begin(), whole.end(), encoded.begin(), encoded.end()));
-        for (int y : {0, 1, H / 2, H - 1})
-            for (int x : {0, 15, 16, W - 1}) {
-                const size_t at = TargaHeaderSize + (static_cast<size_t>(H - 1 - y) * W + x) * p;
-                ASSERT_EQ(whole[at], b(x, y)) << x << "," << y;
-                ASSERT_EQ(whole[at + 1], g(x, y));
-                ASSERT_EQ(whole[at + 2], r(x, y));
-                if (p == 4) {
-                    ASSERT_EQ(whole[at + 3], a(x, y));
-                }
+        // Every pixel, so that a row out of place at a piece's edge shows.
+        Bytes want(whole.begin(), whole.begin() + TargaHeaderSize);
+        for (int y = H - 1; y >= 0; --y)
+            for (int x = 0; x < W; ++x) {
+                want.insert(want.end(), {b(x, y), g(x, y), r(x, y)});
+                if (p == 4) want.push_back(a(x, y));
             }
+        ASSERT_TRUE(whole == want) << "pixels out of place with " << p << " bytes a pixel";
         int calls = 0;
         EXPECT_FALSE(EncodeTargaTo(img, [&](const uint8_t*, size_t) { return ++calls < 2; }));
         EXPECT_EQ(calls, 2);
+    }
+}
+
+// Progress comes once for each buffer row whose number is a multiple of ten,
+// the rows counted in file order from the bottom one, however the rows are
+// grouped into pieces.
+TEST(TargaEncode, ProgressComesOnRowsThatAreMultiplesOfTen) {
+    for (auto [W, H] : {std::pair{1001, 300}, {5000, 73}, {3, 9}}) {
+        Plane r, g, b, a;
+        for (Plane* q : {&r, &g, &b, &a}) q->alloc(W, H);
+        TargaImage img{&r, &g, &b, &a, nullptr, nullptr, W, H, 0, 2};
+        std::vector<int> seen;
+        EncodeTargaTo(
+            img, [](const uint8_t*, size_t) { return true; },
+            [](int percent, void* context) { static_cast<std::vector<int>*>(context)->push_back(percent); }, &seen);
+        std::vector<int> want;
+        for (int done = 0, y = H - 1; y >= 0; --y, ++done)
+            if (y % 10 == 0) want.push_back(done * 100 / H);
+        EXPECT_EQ(seen, want) << W << " x " << H;
     }
 }

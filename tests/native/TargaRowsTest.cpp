@@ -1,6 +1,6 @@
-// Targa rows through the SSSE3 forms and the plain forms on every width from 1
-// to 67 (each remainder of the sixteen-pixel step, several steps), from
-// unaligned sources, without writing past the row.
+// Targa rows through the AVX2, SSSE3 and plain forms on every width from 1 to
+// 67 (each remainder of the sixteen- and thirty-two-pixel steps, several
+// steps), from unaligned sources, without writing past the row.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -45,6 +45,7 @@ TEST(TargaRows, SplitFormsAgreeWithThePlainFormOnEveryWidth) {
 TEST(TargaRows, JoinFormsAgreeWithThePlainFormAndSplitBackOnEveryWidth) {
     std::vector<kwtarga::JoinRowFn> forms = {kwtarga::JoinBgrRowScalar};
     if (kwtarga::HaveSsse3()) forms.push_back(kwtarga::JoinBgrRowSsse3);
+    if (kwtarga::HaveAvx2()) forms.push_back(kwtarga::JoinBgrRowAvx2);
     EXPECT_EQ(kwtarga::JoinBgrRow(), forms.back());
     const Bytes r = Random(80, 4), g = Random(80, 5), b = Random(80, 6);
     for (int offset = 0; offset < 3; ++offset)
