@@ -28,7 +28,7 @@ Reply<xcb_get_geometry_reply_t> Geometry(xcb_connection_t* c, uint64_t window) {
 xcb_atom_t Atom(xcb_connection_t* c, const char* name) {
     Reply<xcb_intern_atom_reply_t> r(xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, static_cast<uint16_t>(strlen(name)), name), nullptr),
                                      &std::free);
-    return r ? r->atom : XCB_ATOM_NONE;
+    return r ? r->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 // The visual of a depth-24 or 32 true-colour window with 8-bit channels, as
