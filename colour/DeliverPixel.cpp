@@ -126,9 +126,11 @@ void LoadFillOpacity() {
 
 void Buffer_Fill_Click() {
     if (!DocumentExists()) return;
-    SaveUndo();
-    LoadFillOpacity();
-    DeliverFill(Form2::Shape4.FillColor);
+    {
+        UndoByBands undo;
+        LoadFillOpacity();
+        DeliverFill(Form2::Shape4.FillColor, &undo);
+    }
     RedisplayWindow();
 }
 
@@ -155,14 +157,18 @@ namespace {
 // from the shared generator in the order the single-pixel kernel takes them,
 // for several rows at once: a row of draws made in lanes starts each lane at
 // its place in the sequence, which costs the same for a short row as a long one.
+// With an undo snapshot by bands, each band goes into it first and is then
+// read again from the cache.
 template <unsigned Steps>
-void FillRows(const kwfill::DeliverSettings& s, kwfill::DeliverState& state, uint32_t colour, int W, int H) {
+void FillRows(const kwfill::DeliverSettings& s, kwfill::DeliverState& state, uint32_t colour, int W, int H,
+              UndoByBands* undo) {
     const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, 0, W - 1, 0, W);
     const int rowsAtOnce = std::max(1, 32768 / W);
     SpanNoise noise(s, Steps, static_cast<size_t>(W) * static_cast<size_t>(rowsAtOnce));
     kwfill::DeliverState st = state;
     for (int top = 0; top < H; top += rowsAtOnce) {
         const int rows = std::min(rowsAtOnce, H - top);
+        if (undo) undo->Take(top + rows - 1);
         const kwfill::SpanDraws draws = noise.Draw(static_cast<size_t>(W) * static_cast<size_t>(rows));
         for (int y = top; y < top + rows; ++y)
             kwfill::DeliverRow<Steps>(s, plan, st, draws.At(static_cast<size_t>(y - top) * static_cast<size_t>(W)),
@@ -172,15 +178,15 @@ void FillRows(const kwfill::DeliverSettings& s, kwfill::DeliverState& state, uin
 }
 }  // namespace
 
-void DeliverFill(uint32_t colour) {
+void DeliverFill(uint32_t colour, UndoByBands* undo) {
     if (!DocumentExists()) return;
     const int W = std::min(BufferWidth(), BufR.ubX()), H = std::min(BufferHeight(), BufR.ubY());
     if (W <= 0 || H <= 0) return;
     DeliverRun run = DeliverBegin();
     // A fill without alpha is compiled without the test of the alpha plane.
     if ((kwfill::DeliverSteps(run.settings) & kwfill::DpAlpha) == 0)
-        FillRows<kwfill::DpAll & ~kwfill::DpAlpha>(run.settings, run.state, colour, W, H);
-    else FillRows<kwfill::DpAll>(run.settings, run.state, colour, W, H);
+        FillRows<kwfill::DpAll & ~kwfill::DpAlpha>(run.settings, run.state, colour, W, H, undo);
+    else FillRows<kwfill::DpAll>(run.settings, run.state, colour, W, H, undo);
     DeliverEnd(run.state);
 }
 

@@ -90,7 +90,9 @@ void TurkeyColor(int32_t X, int32_t Y, int32_t& R, int32_t& G, int32_t& B);
 // The whole-buffer fill, key q.
 void Buffer_Fill_Click();
 // Its pixel loop: every pixel of the picture through DeliverPixel with the
-// picture as the box; the opacity and paper fields must be loaded.
-void DeliverFill(uint32_t colour);
+// picture as the box; the opacity and paper fields must be loaded. With an
+// undo snapshot by bands, each band of rows goes into it before it changes.
+class UndoByBands;
+void DeliverFill(uint32_t colour, UndoByBands* undo = nullptr);
 // Loads Opacity and its work fields from the tool panel, and the paper state.
 void LoadFillOpacity();

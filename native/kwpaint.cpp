@@ -469,30 +469,32 @@ bool NearestThumbnail(uint32_t* thumb, int tw, int th, const uint8_t* R, const u
 constexpr size_t kStreamingCopyBytes = size_t{1} << 20;
 
 void Kel_CopyMem(const void* source, void* destination, size_t byteCount) {
-    if (byteCount == 0) return;
+    if (byteCount >= kStreamingCopyBytes) StreamCopy(source, destination, byteCount);
+    else if (byteCount > 0) std::memcpy(destination, source, byteCount);
+}
+
+void StreamCopy(const void* source, void* destination, size_t byteCount) {
 #if defined(__SSE2__)
-    if (byteCount >= kStreamingCopyBytes) {
-        const uint8_t* s = static_cast<const uint8_t*>(source);
-        uint8_t* d = static_cast<uint8_t*>(destination);
-        const size_t head = (16 - (reinterpret_cast<uintptr_t>(d) & 15)) & 15;
-        std::memcpy(d, s, head);
-        size_t i = head;
-        for (; i + 64 <= byteCount; i += 64) {
-            const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
-            const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 16));
-            const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 32));
-            const __m128i e = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 48));
-            _mm_stream_si128(reinterpret_cast<__m128i*>(d + i), a);
-            _mm_stream_si128(reinterpret_cast<__m128i*>(d + i + 16), b);
-            _mm_stream_si128(reinterpret_cast<__m128i*>(d + i + 32), c);
-            _mm_stream_si128(reinterpret_cast<__m128i*>(d + i + 48), e);
-        }
-        _mm_sfence();
-        std::memcpy(d + i, s + i, byteCount - i);
-        return;
+    const uint8_t* s = static_cast<const uint8_t*>(source);
+    uint8_t* d = static_cast<uint8_t*>(destination);
+    const size_t head = std::min((16 - (reinterpret_cast<uintptr_t>(d) & 15)) & 15, byteCount);
+    if (head > 0) std::memcpy(d, s, head);
+    size_t i = head;
+    for (; i + 64 <= byteCount; i += 64) {
+        const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
+        const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 16));
+        const __m128i c = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 32));
+        const __m128i e = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + 48));
+        _mm_stream_si128(reinterpret_cast<__m128i*>(d + i), a);
+        _mm_stream_si128(reinterpret_cast<__m128i*>(d + i + 16), b);
+        _mm_stream_si128(reinterpret_cast<__m128i*>(d + i + 32), c);
+        _mm_stream_si128(reinterpret_cast<__m128i*>(d + i + 48), e);
     }
+    _mm_sfence();
+    if (i < byteCount) std::memcpy(d + i, s + i, byteCount - i);
+#else
+    if (byteCount > 0) std::memcpy(destination, source, byteCount);
 #endif
-    std::memcpy(destination, source, byteCount);
 }
 
 }  // namespace kwpaint

@@ -109,6 +109,9 @@ bool NearestThumbnail(uint32_t* thumb, int tw, int th, const uint8_t* R, const u
 
 // memcpy; the areas must not overlap. A zero count touches nothing.
 void Kel_CopyMem(const void* source, void* destination, size_t byteCount);
+// The same with stores that go past the cache whatever the count, for a copy
+// that is not read again soon.
+void StreamCopy(const void* source, void* destination, size_t byteCount);
 
 // ---- Row converters behind FastRefresh32, exposed so the vector form can be
 // checked against the plain one. Both write count pixels of 0x00RRGGBB.

@@ -105,22 +105,49 @@ void GetCurrentState() {
     CurState.alphaOn = AlphaOn() ? 255 : 0;
 }
 
-void SaveUndo() {
+UndoByBands::UndoByBands() {
     if (!RingReady() || BufR.empty()) return;
     int w = std::min(BufferWidth(), BufR.ubX()), h = std::min(BufferHeight(), BufR.ubY());
     size_t n = static_cast<size_t>(w + 1) * static_cast<size_t>(h);
     UndoIndex = Below(UndoIndex);
     // Rows 0..H-1 with their extra column go into the slot (the colour planes'
     // last row too, which no walk restores, so the slot is the whole clean copy).
-    SnapshotWithCleanCopy(BufR, UndoRingR, UndoIndex, UndoR);
-    SnapshotWithCleanCopy(BufG, UndoRingG, UndoIndex, UndoG);
-    SnapshotWithCleanCopy(BufB, UndoRingB, UndoIndex, UndoB);
+    // Slots of the planes' own shape are the clean copies and are filled band
+    // by band; any other ring is filled now.
+    Plane* const planes[3] = {&BufR, &BufG, &BufB};
+    Plane3* const rings[3] = {&UndoRingR, &UndoRingG, &UndoRingB};
+    Plane* const clean[3] = {&UndoR, &UndoG, &UndoB};
+    banded_ = true;
+    for (int k = 0; k < 3; ++k)
+        banded_ = banded_ && rings[k]->ubX() == planes[k]->ubX() && rings[k]->ubY() == planes[k]->ubY() &&
+                  planes[k]->stride() == BufR.stride() && planes[k]->ubY() == BufR.ubY();
+    for (int k = 0; k < 3; ++k) {
+        if (banded_) *clean[k] = Plane::View(rings[k]->slot(UndoIndex), planes[k]->ubX(), planes[k]->ubY());
+        else SnapshotWithCleanCopy(*planes[k], *rings[k], UndoIndex, *clean[k]);
+    }
+    slot_ = UndoIndex;
+    rows_ = banded_ ? BufR.ubY() + 1 : 0;
     kwpaint::Kel_CopyMem(BufA.data(), UndoRingA.slot(UndoIndex), std::min(n, UndoRingA.slotCount()));
     GetCurrentState();
     UndoStateRing[static_cast<size_t>(UndoIndex)] = CurState;
     UndoFresh = 1;
     UndoDirection = 0;
 }
+
+void UndoByBands::Take(int lastRow) {
+    const int end = std::min(lastRow + 1, rows_);
+    if (end <= next_) return;
+    const size_t stride = BufR.stride(), from = static_cast<size_t>(next_) * stride;
+    const size_t bytes = static_cast<size_t>(end - next_) * stride;
+    kwpaint::StreamCopy(BufR.data() + from, UndoRingR.slot(slot_) + from, bytes);
+    kwpaint::StreamCopy(BufG.data() + from, UndoRingG.slot(slot_) + from, bytes);
+    kwpaint::StreamCopy(BufB.data() + from, UndoRingB.slot(slot_) + from, bytes);
+    next_ = end;
+}
+
+UndoByBands::~UndoByBands() { Take(rows_ - 1); }
+
+void SaveUndo() { UndoByBands whole; }
 
 void RepaintUndo() {
     if (!RingReady() || BufR.empty()) return;

@@ -18,6 +18,24 @@ extern UndoSlotState CurState;
 // (two slots) and never more than 16-bit indices can walk.
 int16_t UndoSlotsForBudget(int32_t megs, double w, double h);
 void SaveUndo();
+// SaveUndo for a change that rewrites the colour planes from the top down, a
+// band of rows at a time: the snapshot takes the colour planes' rows up to
+// lastRow when Take(lastRow) is called, just before the change reads them, so
+// that each row comes from memory once for both; the rest when it ends. The
+// change must call Take for a row before it writes it.
+class UndoByBands {
+public:
+    UndoByBands();
+    ~UndoByBands();
+    UndoByBands(const UndoByBands&) = delete;
+    UndoByBands& operator=(const UndoByBands&) = delete;
+    void Take(int lastRow);
+
+private:
+    bool banded_ = false;
+    int16_t slot_ = 0;
+    int next_ = 0, rows_ = 0;
+};
 void RepaintUndo();
 void Redo();
 // Undo or redo put a snapshot back, with alpha on or off: the display shows it.

@@ -11,6 +11,8 @@
 #include "colour/DeliverPixel.h"
 #include "colour/Gradients.h"
 #include "colour/Paper.h"
+#include "core/document/Undo.h"
+#include "core/frame/Form2.h"
 #include "core/framework/AppState.h"
 #include "tests/colour/ColourFixture.h"
 
@@ -225,3 +227,40 @@ TEST_F(DeliverPixelTest, WholeBufferFillWithNoiseDrawsWhatThePixelAtATimeDraws) 
             }
 }
 }  // namespace
+
+// Fill (q) takes its undo snapshot band by band as it fills: the picture it
+// leaves is the fill's own, and undo brings back every pixel it had.
+TEST_F(DeliverPixelTest, FillClickIsTheFillAndUndoBringsThePictureBack) {
+    constexpr int WW = 301, HH = 140;  // several bands of rows, the last one short
+    MakeTestDocument(WW, HH);
+    std::mt19937 rng(3);
+    for (Plane* p : {&BufR, &BufG, &BufB, &BufA}) FillRandom(*p, rng);
+    std::vector<uint32_t> before, want, got;
+    for (int y = 0; y < HH; ++y)
+        for (int x = 0; x < WW; ++x) before.push_back(PixelAt(x, y));
+    App.FillStyle = FillStyle::Horizontal;
+    App.NoiseAmount = 40;
+    App.NoiseMode = 1;
+    BumpinessOn = DrybrushOn = 1;
+    Form2::HScroll4.Value = 200;
+    vb::Randomize(4);
+    LoadFillOpacity();
+    DeliverFill(Form2::Shape4.FillColor);
+    for (int y = 0; y < HH; ++y)
+        for (int x = 0; x < WW; ++x) want.push_back(PixelAt(x, y));
+    for (int y = 0; y < HH; ++y)
+        for (int x = 0; x < WW; ++x) {
+            const uint32_t v = before[static_cast<size_t>(y) * WW + static_cast<size_t>(x)];
+            BufR(x, y) = vb::RedOf(v), BufG(x, y) = vb::GreenOf(v), BufB(x, y) = vb::BlueOf(v);
+        }
+    vb::Randomize(4);
+    Buffer_Fill_Click();
+    for (int y = 0; y < HH; ++y)
+        for (int x = 0; x < WW; ++x) got.push_back(PixelAt(x, y));
+    EXPECT_EQ(got, want);
+    RepaintUndo();
+    got.clear();
+    for (int y = 0; y < HH; ++y)
+        for (int x = 0; x < WW; ++x) got.push_back(PixelAt(x, y));
+    EXPECT_EQ(got, before);
+}

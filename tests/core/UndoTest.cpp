@@ -203,3 +203,40 @@ TEST_F(UndoTest, CleanCopyIsTheLastSnapshotThroughUndoRedoAndANewDocument) {
     EXPECT_EQ(UndoR.ubY(), 6);
     EXPECT_EQ(UndoR(4, 5), 0);
 }
+
+// A snapshot taken band by band while the bands change holds the picture as it
+// was, every byte of the slot as SaveUndo leaves it: bands taken in steps, a
+// band past the last row, and none at all (all taken at the end).
+TEST_F(UndoTest, ASnapshotByBandsIsThePictureBeforeTheChange) {
+    const int sizes[][2] = {{63, 5}, {1, 1}, {200, 37}};
+    for (const auto& size : sizes)
+        for (int band : {0, 1, 4, 100}) {
+            SCOPED_TRACE(std::to_string(size[0]) + " x " + std::to_string(size[1]) + " band " + std::to_string(band));
+            MakeTestDocument(size[0], size[1]);
+            Pattern(1);
+            Plane r, g, b, a;
+            r.copyFrom(BufR), g.copyFrom(BufG), b.copyFrom(BufB), a.copyFrom(BufA);
+            {
+                UndoByBands undo;
+                for (int top = 0; band > 0 && top < size[1]; top += band) {
+                    undo.Take(top + band - 1);
+                    for (int y = top; y < std::min(top + band, size[1]); ++y)
+                        for (Plane* p : {&BufR, &BufG, &BufB})
+                            for (int x = 0; x <= size[0]; ++x) (*p)(x, y) = static_cast<uint8_t>(255 - (*p)(x, y));
+                }
+            }
+            for (const auto& [ring, want] : {std::pair{&UndoRingR, &r}, std::pair{&UndoRingG, &g},
+                                             std::pair{&UndoRingB, &b}}) {
+                const std::vector<uint8_t> slot(ring->slot(UndoIndex), ring->slot(UndoIndex) + want->count());
+                ASSERT_EQ(slot, std::vector<uint8_t>(want->data(), want->data() + want->count()));
+            }
+            EXPECT_EQ(UndoR.data(), UndoRingR.slot(UndoIndex)) << "the slot is the clean copy";
+            RepaintUndo();
+            for (int y = 0; y < size[1]; ++y)
+                for (int x = 0; x < size[0]; ++x) {
+                    ASSERT_EQ(BufR(x, y), r(x, y)) << x << "," << y;
+                    ASSERT_EQ(BufB(x, y), b(x, y)) << x << "," << y;
+                    ASSERT_EQ(BufA(x, y), a(x, y)) << x << "," << y;
+                }
+        }
+}
