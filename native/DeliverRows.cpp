@@ -177,13 +177,18 @@ KW_AVX2 inline void FinishBlock(const FinishRowArgs& f, int i, int u) {
     else weight = Weight(f, i, u, (Steps & FsDrySingles) != 0);
     __m256i a = _mm256_set1_epi16(255);
     if constexpr ((Steps & FsAlpha) != 0) a = _mm256_or_si256(Bytes16(f.alpha + i), _mm256_set1_epi16(f.alphaOff));
+    __m256i v[3];
     for (int k = 0; k < 3; ++k) {
         const __m256i before = Bytes16(old[k] + i);
-        __m256i v = Mix(c[k], before, weight);
+        v[k] = Mix(c[k], before, weight);
         // At alpha 255 the mix gives the colour back exactly.
-        if constexpr ((Steps & FsAlpha) != 0) v = Mix(v, before, a);
-        Store16(out[k] + i, v);
+        if constexpr ((Steps & FsAlpha) != 0) v[k] = Mix(v[k], before, a);
     }
+    // Red and green packed together: one pack and one lane order for both rows.
+    const __m256i rg = _mm256_permute4x64_epi64(_mm256_packus_epi16(v[0], v[1]), 0xD8);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out[0] + i), _mm256_castsi256_si128(rg));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out[1] + i), _mm256_extracti128_si256(rg, 1));
+    Store16(out[2] + i, v[2]);
 }
 
 // The last n < 16 pixels from column i through the same block, from copies
