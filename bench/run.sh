@@ -20,11 +20,13 @@ export OMP_NUM_THREADS=1 OPENCV_FOR_THREADS_NUM=1
 for b in colour_bench bench_undo bench_display bench_targa bench_brush bench_anim bench_filter bench_draw \
          bench_custom_brush bench_render bench_flood bench_linear_fill; do
   echo "running $b" >&2
-  # The display's pairs and the Targa cases with Pillow's take turns, one
-  # repetition each, so that a burst of load from another program falls on
-  # both sides of a ratio alike.
+  # The fills and the plain fill, the display's pairs and the Targa cases with
+  # Pillow's take turns, one repetition each, so that a burst of load from
+  # another program, or the machine's memory running slower for a while, falls
+  # on both sides of a ratio alike.
   extra=()
-  [[ $b == bench_display || $b == bench_targa ]] && extra=(--benchmark_enable_random_interleaving=true)
+  [[ $b == colour_bench || $b == bench_display || $b == bench_targa ]] &&
+    extra=(--benchmark_enable_random_interleaving=true)
   taskset -c 1 "build-bench/bench/$b" --benchmark_repetitions="$REPS" --benchmark_report_aggregates_only=true \
     "${extra[@]}" --benchmark_format=json --benchmark_out="$OUT/$b.json" --benchmark_out_format=json >/dev/null
 done
