@@ -16,8 +16,9 @@
 //  * Noise draws come in for the row as the single-pixel kernel takes them,
 //    pixel by pixel (SpanDraws): value noise as one array of draws, noise per
 //    channel as a row of centred 16-bit draws per channel.
-//  * The last pixel of every row goes through the single-pixel kernel itself,
-//    so that the kept values (DeliverState) end exactly as it leaves them.
+//  * The kept values (DeliverState) after a row are those the single-pixel
+//    kernel leaves after the row's last pixel: it is run on that pixel first,
+//    before the row writes it.
 //  * The output rows may be the picture rows the settings read (in place).
 #pragma once
 
@@ -449,8 +450,8 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const Spa
 
 // Columns first..first + n - 1 of row y, within the plan's columns, into outR,
 // outG, outB (each pointing at column `first` of its row). draws holds the
-// span's noise draws. All but the last pixel go a row at a time; the last
-// through the pixel kernel, which leaves the kept values as the span would.
+// span's noise draws. The span goes a row at a time (brush styles pixel by
+// pixel), and the kept values are left as the pixel kernel would leave them.
 template <unsigned Steps>
 inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverState& st, const SpanDraws& draws,
                         uint32_t colour, int y, int first, int n, int X1, int Y1, int X2, int Y2, uint8_t* outR,
@@ -460,20 +461,26 @@ inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverS
     uint8_t* out[3] = {outR, outG, outB};
     const FillStyle style = (Steps & DpStyle) ? s.style : FillStyle::Colour;
     const bool brush = style == FillStyle::TileBrush || style == FillStyle::FitBrush;
-    // Brush styles pixel by pixel.
-    const int quick = brush ? 0 : n - 1;
-    if (quick > 0) {
-        const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(first);
-        if (plan.byTable) detail::PlainRow<Steps>(s, plan, rowAt, out, quick);
-        else detail::GeneralRow<Steps>(s, plan, draws, colour, y, first, quick, Y1, Y2, out);
-    }
     const int per = (Steps & DpNoise) ? NoiseDrawCount(s) : 0;
-    for (int i = quick; i < n; ++i) {
+    auto drawsAt = [&](int i) {
         NoiseDraws d;
         if (per == 1) d.u = draws.all[i];
         if (per == 3)
             for (int k = 0; k < 3; ++k) d.c[k] = draws.channel[k][i];
-        const uint32_t v = DeliverPixelIn<Steps>(s, st, d, colour, first + i, y, X1, Y1, X2, Y2);
+        return d;
+    };
+    if (!brush) {
+        // The kept values are those the single-pixel kernel leaves after the
+        // span's last pixel, worked out from it before the row writes it.
+        DeliverPixelIn<Steps>(s, st, drawsAt(n - 1), colour, first + n - 1, y, X1, Y1, X2, Y2);
+        const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(first);
+        if (plan.byTable) detail::PlainRow<Steps>(s, plan, rowAt, out, n);
+        else detail::GeneralRow<Steps>(s, plan, draws, colour, y, first, n, Y1, Y2, out);
+        return;
+    }
+    // Brush styles pixel by pixel.
+    for (int i = 0; i < n; ++i) {
+        const uint32_t v = DeliverPixelIn<Steps>(s, st, drawsAt(i), colour, first + i, y, X1, Y1, X2, Y2);
         out[0][i] = static_cast<uint8_t>(v);
         out[1][i] = static_cast<uint8_t>(v >> 8);
         out[2][i] = static_cast<uint8_t>(v >> 16);
