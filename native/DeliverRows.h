@@ -470,12 +470,22 @@ inline void DeliverSpan(const DeliverSettings& s, const FillPlan& plan, DeliverS
         return d;
     };
     if (!brush) {
-        // The kept values are those the single-pixel kernel leaves after the
-        // span's last pixel, worked out from it before the row writes it.
+        auto row = [&](int from, int count) {
+            if (count <= 0) return;
+            uint8_t* at[3] = {out[0] + from, out[1] + from, out[2] + from};
+            const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(first + from);
+            if (plan.byTable) detail::PlainRow<Steps>(s, plan, rowAt, at, count);
+            else detail::GeneralRow<Steps>(s, plan, draws.At(static_cast<size_t>(from)), colour, y, first + from, count,
+                                           Y1, Y2, at);
+        };
+        // Whole blocks of sixteen up to the last pixel first, which brings the
+        // last pixel into the cache; then the kept values, those the single-
+        // pixel kernel leaves after the last pixel, worked out from it before
+        // the rest of the row writes it.
+        const int blocks = (n - 1) / 16 * 16;
+        row(0, blocks);
         DeliverPixelIn<Steps>(s, st, drawsAt(n - 1), colour, first + n - 1, y, X1, Y1, X2, Y2);
-        const size_t rowAt = static_cast<size_t>(y) * s.stride + static_cast<size_t>(first);
-        if (plan.byTable) detail::PlainRow<Steps>(s, plan, rowAt, out, n);
-        else detail::GeneralRow<Steps>(s, plan, draws, colour, y, first, n, Y1, Y2, out);
+        row(blocks, n - blocks);
         return;
     }
     // Brush styles pixel by pixel.
