@@ -162,8 +162,9 @@ namespace {
 template <unsigned Steps>
 void FillRows(const kwfill::DeliverSettings& s, kwfill::DeliverState& state, uint32_t colour, int W, int H,
               UndoByBands* undo) {
-    const kwfill::FillPlan plan = kwfill::PlanFill(s, colour, 0, W - 1, 0, W);
+    kwfill::FillPlan plan = kwfill::PlanFill(s, colour, 0, W - 1, 0, W);
     const int rowsAtOnce = std::max(1, 32768 / W);
+    plan.warmAhead = static_cast<ptrdiff_t>(rowsAtOnce) * static_cast<ptrdiff_t>(s.stride);
     SpanNoise noise(s, Steps, static_cast<size_t>(W) * static_cast<size_t>(rowsAtOnce));
     kwfill::DeliverState st = state;
     for (int top = 0; top < H; top += rowsAtOnce) {

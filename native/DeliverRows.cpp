@@ -179,6 +179,7 @@ KW_AVX2 inline void FinishBlock(const FinishRowArgs& f, int i, int u) {
     if constexpr ((Steps & FsAlpha) != 0) a = _mm256_or_si256(Bytes16(f.alpha + i), _mm256_set1_epi16(f.alphaOff));
     __m256i v[3];
     for (int k = 0; k < 3; ++k) {
+        if (f.warmAhead) _mm_prefetch(reinterpret_cast<const char*>(old[k] + i + f.warmAhead), _MM_HINT_T1);
         const __m256i before = Bytes16(old[k] + i);
         v[k] = Mix(c[k], before, weight);
         // At alpha 255 the mix gives the colour back exactly.
@@ -210,6 +211,7 @@ KW_AVX2 void FinishTail(const FinishRowArgs& f, int i, int u) {
     t.oldR = take(old[0], f.oldR), t.oldG = take(old[1], f.oldG), t.oldB = take(old[2], f.oldB);
     t.alpha = take(alpha, f.alpha);
     t.outR = out[0], t.outG = out[1], t.outB = out[2];
+    t.warmAhead = 0;
     FinishBlock<Steps>(t, 0, u);
     std::memcpy(f.outR + i, out[0], static_cast<size_t>(n));
     std::memcpy(f.outG + i, out[1], static_cast<size_t>(n));

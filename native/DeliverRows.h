@@ -58,6 +58,9 @@ struct FinishRowArgs {
     bool negative = false;
     float fraction = 0, strength = 0;
     const uint8_t *oldR = nullptr, *oldG = nullptr, *oldB = nullptr;
+    // Not 0: the old pixels this many bytes on are asked into the cache as
+    // the row goes (a fill's next band of rows, read while this one computes).
+    ptrdiff_t warmAhead = 0;
     const uint8_t* alpha = nullptr;  // null: every pixel lands whole
     uint8_t alphaOff = 255;
     uint8_t *outR = nullptr, *outG = nullptr, *outB = nullptr;
@@ -126,6 +129,7 @@ struct FillPlan {
     FinishRowFn finish = FinishRowScalar;
     // The opacity of every pixel before paper, when it is one value; else -1.
     int oneOpacity = -1;
+    ptrdiff_t warmAhead = 0;  // see FinishRowArgs
     mutable RowScratch scratch;
     mutable PaperPlan paper;
 };
@@ -436,6 +440,7 @@ inline void GeneralRow(const DeliverSettings& s, const FillPlan& plan, const Spa
         f.noiseG = ChannelNoiseScale(s.noiseAmount, true);
     }
     f.oldR = s.r + rowAt, f.oldG = s.g + rowAt, f.oldB = s.b + rowAt;
+    f.warmAhead = plan.warmAhead;
     if (masked) f.alpha = s.a + rowAt;
     f.alphaOff = s.alphaOff;
     f.outR = out[0], f.outG = out[1], f.outB = out[2];
