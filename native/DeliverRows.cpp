@@ -28,8 +28,8 @@ void FinishRowScalar(const FinishRowArgs& f) {
             G = detail::ChannelNoise(G, f.ng[i], f.noiseG);
             B = detail::ChannelNoise(B, f.nb[i], f.noiseR);
         }
-        if (f.slope) {
-            const float e = f.slope[u] * 255.0f;
+        if (f.bump) {
+            const float e = f.bump[u];
             R = Clamp255(RoundF(static_cast<float>(R) + e));
             G = Clamp255(RoundF(static_cast<float>(G) + e));
             B = Clamp255(RoundF(static_cast<float>(B) + e));
@@ -146,13 +146,13 @@ template <unsigned Steps>
 KW_AVX2 inline void FinishBlock(const FinishRowArgs& f, int i, int u) {
     // The red and blue scale is the whole amount over 2^16, exactly.
     const __m256i amount = _mm256_set1_epi16(static_cast<short>(f.noiseR * 65536.0f));
-    const __m256 noiseG = _mm256_set1_ps(f.noiseG), full = _mm256_set1_ps(255.0f);
+    const __m256 noiseG = _mm256_set1_ps(f.noiseG);
     const int16_t* const colour[3] = {f.r, f.g, f.b};
     const uint8_t* const old[3] = {f.oldR, f.oldG, f.oldB};
     uint8_t* const out[3] = {f.outR, f.outG, f.outB};
     __m256 e[2];
     if constexpr ((Steps & FsBump) != 0)
-        for (int h = 0; h < 2; ++h) e[h] = _mm256_mul_ps(_mm256_loadu_ps(f.slope + u + 8 * h), full);
+        for (int h = 0; h < 2; ++h) e[h] = _mm256_loadu_ps(f.bump + u + 8 * h);
     __m256i c[3];
     for (int k = 0; k < 3; ++k) {
         if ((Steps & FsNoise) && k == 1) continue;
@@ -241,7 +241,7 @@ constexpr auto Loops = LoopTable(std::make_integer_sequence<unsigned, 24>{});
 
 void FinishRowAvx2(const FinishRowArgs& f) {
     const unsigned dry = f.dryOpacity ? 1 : (f.height ? 2 : 0);
-    const unsigned steps = (f.nr ? FsNoise : 0u) | (f.slope ? FsBump : 0u) | (f.alpha ? FsAlpha : 0u);
+    const unsigned steps = (f.nr ? FsNoise : 0u) | (f.bump ? FsBump : 0u) | (f.alpha ? FsAlpha : 0u);
     Loops[steps | dry << 3](f);
 }
 

@@ -44,14 +44,14 @@ struct FinishRowArgs {
     const float* gf = nullptr;  // green as singles, or null
     const int16_t *nr = nullptr, *ng = nullptr, *nb = nullptr;  // a centred draw per channel, or null
     float noiseR = 0, noiseG = 0;  // ChannelNoiseScale for red and blue, for green
-    // The paper under the row: the bump adds slope * 255 to each channel;
+    // The paper under the row: the bump adds bump = slope * 255 to each channel;
     // drybrush takes (negative ? height : 255 - height) * fraction * strength
     // off the opacity. When every pixel's opacity before paper is the same,
     // the opacity after drybrush may come worked out per texel (dryOpacity, in
     // place of opacity and height). Each is a row of texels read from paperU
     // on, wrapping at paperW, that goes on PaperPad texels past paperW with the
     // row's start, so that sixteen reads from any texel stay in it.
-    const float* slope = nullptr;
+    const float* bump = nullptr;
     const uint8_t* height = nullptr;
     const uint8_t* dryOpacity = nullptr;
     int paperU = 0, paperW = 1;
@@ -81,12 +81,12 @@ struct RowScratch {
 // The texels past the paper's width that its rows repeat (FinishRowArgs).
 constexpr int PaperPad = 16;
 // The paper as the finishing steps read it, made when a row first needs it:
-// rows of paperW + PaperPad texels; the bump's slope, and drybrush's height or,
+// rows of paperW + PaperPad texels; the bump (slope * 255), and drybrush's height or,
 // for a fill whose pixels all have one opacity before paper, the opacity
 // after drybrush.
 struct PaperPlan {
     bool made = false;
-    std::vector<float> slope;
+    std::vector<float> bump;
     std::vector<uint8_t> height, dryOpacity;
 };
 
@@ -351,7 +351,7 @@ inline void MakePaperPlan(const DeliverSettings& s, const FillPlan& plan) {
         for (size_t v = 0; v < h; ++v)
             for (size_t u = 0; u < row; ++u) to[v * row + u] = texel(from[v * s.paperStride + u % w]);
     };
-    if (s.bump) lay(p.slope, s.paperF, [](float e) { return e; });
+    if (s.bump) lay(p.bump, s.paperF, [](float slope) { return slope * 255.0f; });
     if (!s.dry) return;
     uint8_t after[256];
     bool bytes = plan.oneOpacity >= 0;
@@ -372,7 +372,7 @@ inline void FinishOverPaper(const DeliverSettings& s, const FillPlan& plan, Fini
     if (!p.made) MakePaperPlan(s, plan);
     const size_t at = static_cast<size_t>(y % s.paperH) * static_cast<size_t>(s.paperW + PaperPad);
     auto row = [at](const auto& v) { return v.empty() ? nullptr : v.data() + at; };
-    f.slope = row(p.slope);
+    f.bump = row(p.bump);
     f.height = row(p.height);
     f.dryOpacity = row(p.dryOpacity);
     f.paperU = first % s.paperW;
